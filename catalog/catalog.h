@@ -1,0 +1,145 @@
+// Every exported image function as data: what its arguments are and how to call it with any geometry. Tests, benchmark,
+// fuzz target and tool work through this; the library itself never does.
+//
+// A function is one line in exports.def. What its arguments mean is deduced from the function's type (pointer, plane
+// array, step, size ...) and from its name (colour spaces, sampling, element types, layouts).
+#pragma once
+
+#include <cstddef>
+#include <cstdint>
+#include <span>
+#include <string>
+#include <string_view>
+#include <vector>
+
+#include "pxlcc.h"
+
+namespace pxl::catalog {
+
+enum class Element { u8, s8, u16, s16, u32, s32, f32, f64 };
+std::size_t bytesOf(Element element);
+
+// The samples of one plane of an image of width x height pixels.
+struct PlaneShape {
+    Element element = Element::u8;
+    int channels = 1;     // interleaved samples at each position
+    int widthShift = 0;   // positions in a row: width >> widthShift
+    int heightShift = 0;  // rows: height >> heightShift
+
+    std::int64_t rowSamples(std::int64_t width) const { return (width >> widthShift) * channels; }
+    std::int64_t rowBytes(std::int64_t width) const {
+        return rowSamples(width) * static_cast<std::int64_t>(bytesOf(element));
+    }
+    std::int64_t rows(std::int64_t height) const { return height >> heightShift; }
+};
+
+// One side of a conversion, read from the name: of pxliYCrCb420ToBGR_8u_P2C4R the source is {"YCrCb", 420, "P2", ...}.
+struct ImageShape {
+    std::string space;         // colour space in the channel order of the name: "RGB", "BGR", "YCbCr", "CbYCr", "Gray" ...
+    int sampling = 444;        // 444, 422, 420, 411, 1620 (4:1:0)
+    std::string layout;        // "C1" "C2" "C3" "C4" "AC4" "P2" "P3" "P4" "AP4"
+    std::vector<PlaneShape> planes;
+    bool planeArray = false;   // passed as an array of plane pointers
+    bool stepArray = false;    // ... with an array of steps, one a plane
+};
+
+// What one parameter of the function is.
+enum class Role {
+    sourcePlane,       // pointer to one plane (`plane`) of the source
+    sourcePlanes,      // array of plane pointers
+    sourceStep,        // step of plane `plane`, or of all planes
+    sourceSteps,       // array of steps
+    destinationPlane,  // the same for the destination; for in-place functions this is the one image
+    destinationPlanes,
+    destinationStep,
+    destinationSteps,
+    size,
+    alpha,             // value of the fourth channel, of type `element`
+    weights,           // pointer to 3 floating-point weights, may be null
+    matrix,            // pointer to a float matrix, 3 x 4 or (ColorTwist_32f_C4R) 4 x 4
+    rangeLow,          // vMin
+    rangeHigh,         // vMax
+};
+
+struct Parameter {
+    Role role;
+    int plane = 0;
+    Element element = Element::u8;  // of pointers and values
+    bool isPointer() const;
+};
+
+// One argument of a call; the member that the parameter's type asks for is used.
+union Value {
+    void* pointer;        // image, weights, matrix; plane arrays: void*[]
+    const int* steps;
+    std::int64_t integer;  // step, integral alpha
+    double real;          // float alpha and ranges
+    PxlSize size;
+};
+
+struct Export {
+    std::string_view name;
+    std::string_view summary;  // one line for people
+    std::string_view family;   // "YCbCr 4:4:4", "4:2:0 decoders" ...
+    int minimumWidth = 1;
+    int minimumHeight = 1;
+    bool inPlace = false;
+    bool testsSteps = false;   // answers a step below 1 with pxlStatusBadStep
+    ImageShape source;         // of in-place functions the same as destination
+    ImageShape destination;
+    std::vector<Parameter> parameters;
+    PxlStatus (*call)(const Value* arguments) = nullptr;  // one value a parameter, in order
+
+    // The values of an integer or float pixel operation that has this role among its parameters.
+    bool has(Role role) const;
+};
+
+// All exports, in the order of exports.def.
+std::span<const Export> all();
+
+// Null if there is none of that name.
+const Export* find(std::string_view name);
+
+// A plane somewhere in memory.
+struct PlaneRef {
+    void* first = nullptr;
+    int step = 0;
+};
+
+// The arguments of a call by meaning. In-place functions use `destination` only.
+struct Arguments {
+    PxlSize size = {0, 0};
+    std::vector<PlaneRef> source;       // one a plane of source.planes
+    std::vector<PlaneRef> destination;
+    double alpha = 0;
+    const void* weights = nullptr;      // 3 elements of the function's weight type, or null for the default
+    const float* matrix = nullptr;
+    double rangeLow = 0;
+    double rangeHigh = 1;
+};
+
+// Calls the function. Planes that share one step in its signature must have equal steps here.
+PxlStatus invoke(const Export& function, const Arguments& arguments);
+
+// The argument values that invoke() passes, for tests that change one of them: values[i] belongs to parameters[i]. Points
+// into itself; not copyable.
+class Values {
+public:
+    Values(const Export& function, const Arguments& arguments);
+    Values(const Values&) = delete;
+    Values& operator=(const Values&) = delete;
+    Value* begin() { return values_.data(); }
+    Value& operator[](std::size_t i) { return values_[i]; }
+    // The array of plane pointers behind a sourcePlanes or destinationPlanes parameter.
+    void** sourcePlanes() { return sourcePlanes_; }
+    void** destinationPlanes() { return destinationPlanes_; }
+
+private:
+    void* sourcePlanes_[4] = {};
+    void* destinationPlanes_[4] = {};
+    int sourceSteps_[4] = {};
+    int destinationSteps_[4] = {};
+    std::vector<Value> values_;
+};
+
+}  // namespace pxl::catalog

@@ -1,0 +1,21 @@
+/*
+ * pxlCC: exact, fast conversions of whole images between colour models, samplings, layouts and depths.
+ *
+ * Rules that every image function follows:
+ *  - An image is the pointer to the first pixel of its region of interest and a step, the signed distance in bytes
+ *    between the starts of two rows. A negative step walks the image upwards.
+ *  - Arguments come in the order source(s), source step(s), destination(s), destination step(s), size, then what else
+ *    the function needs. A planar image is an array of plane pointers.
+ *  - All checks run before the first byte is written, in the order that the function's documentation lists; the first
+ *    one that fails decides the status.
+ *  - Nothing outside the region is read or written. No function allocates, locks, keeps state or starts a thread; any
+ *    number of calls may run at once as long as no destination overlaps another destination or a source (the in-place
+ *    functions, marked by an I in their layout suffix, excepted).
+ */
+#ifndef PXLCC_H
+#define PXLCC_H
+
+#include "pxlcc/types.h"
+#include "pxlcc/ycbcr.h"
+
+#endif

@@ -1,0 +1,14 @@
+// Inside the build tree only: run the kernels of a chosen target. Compiled into the tests' and benchmarks' copy of the
+// library in place of target.cpp, never into the library that is installed.
+#pragma once
+
+#include "frame/target.h"
+
+namespace pxl {
+
+bool processorRuns(Target target);
+
+// Whole-program, not synchronised: call it while no conversion runs. The target must be one that the processor runs.
+void useTarget(Target target);
+
+}  // namespace pxl

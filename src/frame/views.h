@@ -1,0 +1,76 @@
+// Views: an image as something that hands out rows. The step is a signed byte distance, so a view may run upwards.
+#pragma once
+
+#include <type_traits>
+
+#include "frame/rows.h"
+
+namespace pxl {
+
+template <class T>
+T* offsetBytes(T* p, Index bytes) {
+    using Byte = std::conditional_t<std::is_const_v<T>, const unsigned char, unsigned char>;
+    return reinterpret_cast<T*>(reinterpret_cast<Byte*>(p) + bytes);
+}
+
+template <class T>
+struct View {
+    T* first;
+    Index step;
+    T* row(Index y) const { return offsetBytes(first, y * step); }
+};
+
+template <class T, int kPlanes>
+struct PlanarView {
+    View<T> plane[kPlanes];
+    RowOf<T, kPlanes> row(Index y) const {
+        RowOf<T, kPlanes> row;
+        for (int i = 0; i < kPlanes; ++i) row.plane[i] = plane[i].row(y);
+        return row;
+    }
+};
+
+// The rows of an image two at a time: row k is the pair of rows 2k and 2k + 1.
+template <class T>
+struct PairView {
+    View<T> image;
+    RowPair<T> row(Index k) const { return {image.row(2 * k), image.row(2 * k + 1)}; }
+};
+
+// An argument that is the same for every row.
+template <class V>
+struct Same {
+    V value;
+    V row(Index) const { return value; }
+};
+
+template <class T>
+View<T> view(T* p, Index step) {
+    return {p, step};
+}
+
+template <int kPlanes, class T>
+PlanarView<T, kPlanes> planes(T* const* p, Index step) {
+    PlanarView<T, kPlanes> view;
+    for (int i = 0; i < kPlanes; ++i) view.plane[i] = {p[i], step};
+    return view;
+}
+
+template <int kPlanes, class T>
+PlanarView<T, kPlanes> planes(T* const* p, const int* steps) {
+    PlanarView<T, kPlanes> view;
+    for (int i = 0; i < kPlanes; ++i) view.plane[i] = {p[i], steps[i]};
+    return view;
+}
+
+template <class T>
+PairView<T> pairs(T* p, Index step) {
+    return {{p, step}};
+}
+
+template <class V>
+Same<V> same(V value) {
+    return {value};
+}
+
+}  // namespace pxl

@@ -1,0 +1,225 @@
+// What can be done with vectors. Each operation acts inside each 128-bit block; the names say how results that do not fit
+// behave: Sat saturates, Wrap keeps the low bits. One line a type; the macros spell it out for every number of blocks.
+#pragma once
+
+#include "simd/registers.h"
+
+PXL_BEGIN_TARGET
+
+// ---- constants: fill<V>(x) has x in every lane, pattern<V>(block) repeats 16 bytes
+
+template <class V>
+struct Filled;
+
+#define PXL_FILLED_N(N, prefix, whole, A, E, C, op)                                  \
+    template <>                                                                      \
+    struct Filled<A<N>> {                                                            \
+        PXL_INLINE static A<N> with(E x) { return {prefix##op(static_cast<C>(x))}; } \
+    };
+PXL_FOR_EACH_N(PXL_FILLED_N, U8, int, char, set1_epi8)
+PXL_FOR_EACH_N(PXL_FILLED_N, U16, int, short, set1_epi16)
+PXL_FOR_EACH_N(PXL_FILLED_N, I16, int, short, set1_epi16)
+PXL_FOR_EACH_N(PXL_FILLED_N, I32, int, int, set1_epi32)
+PXL_FOR_EACH_N(PXL_FILLED_N, F32, float, float, set1_ps)
+PXL_FOR_EACH_N(PXL_FILLED_N, F64, double, double, set1_pd)
+
+template <class V, class E>
+PXL_INLINE V fill(E x) {
+    return Filled<V>::with(x);
+}
+
+// 16-bit lanes a, b, a, b, ...
+template <int N>
+PXL_INLINE I16<N> fillPairs(int a, int b) {
+    return {fill<I32<N>>(static_cast<int>((static_cast<unsigned>(b) << 16) | (static_cast<unsigned>(a) & 0xFFFFu))).v};
+}
+
+struct alignas(16) Bytes16 {
+    Pxl8u byte[16];
+};
+
+template <int N>
+PXL_INLINE U8<N> pattern(const Bytes16& bytes) {
+    const __m128i block = _mm_load_si128(reinterpret_cast<const __m128i*>(bytes.byte));
+#ifdef __AVX2__
+    if constexpr (N == 2) return {_mm256_broadcastsi128_si256(block)};
+#endif
+    if constexpr (N == 1) return {block};
+}
+
+// ---- the same bits as another type: as<V>(a)
+
+#define PXL_SAME_BITS_N(N, prefix, whole, A, B) \
+    PXL_INLINE B<N> sameBits(B<N>, A<N> a) { return {a.v}; }
+#define PXL_CAST_BITS_N(N, prefix, whole, A)                                                      \
+    PXL_INLINE F32<N> sameBits(F32<N>, A<N> a) { return {prefix##cast##whole##_ps(a.v)}; }        \
+    PXL_INLINE A<N> sameBits(A<N>, F32<N> a) { return {prefix##castps_##whole(a.v)}; }            \
+    PXL_INLINE F64<N> sameBits(F64<N>, A<N> a) { return {prefix##cast##whole##_pd(a.v)}; }        \
+    PXL_INLINE A<N> sameBits(A<N>, F64<N> a) { return {prefix##castpd_##whole(a.v)}; }
+PXL_FOR_EACH_N(PXL_SAME_BITS_N, U8, U16)
+PXL_FOR_EACH_N(PXL_SAME_BITS_N, U8, I16)
+PXL_FOR_EACH_N(PXL_SAME_BITS_N, U8, I32)
+PXL_FOR_EACH_N(PXL_SAME_BITS_N, U16, U8)
+PXL_FOR_EACH_N(PXL_SAME_BITS_N, U16, I16)
+PXL_FOR_EACH_N(PXL_SAME_BITS_N, U16, I32)
+PXL_FOR_EACH_N(PXL_SAME_BITS_N, I16, U8)
+PXL_FOR_EACH_N(PXL_SAME_BITS_N, I16, U16)
+PXL_FOR_EACH_N(PXL_SAME_BITS_N, I16, I32)
+PXL_FOR_EACH_N(PXL_SAME_BITS_N, I32, U8)
+PXL_FOR_EACH_N(PXL_SAME_BITS_N, I32, U16)
+PXL_FOR_EACH_N(PXL_SAME_BITS_N, I32, I16)
+PXL_FOR_EACH_N(PXL_CAST_BITS_N, I32)
+PXL_FOR_EACH_N(PXL_CAST_BITS_N, U8)
+
+template <class V, class A>
+PXL_INLINE V as(A a) {
+    return sameBits(V{}, a);
+}
+
+// ---- arithmetic
+
+#define PXL_BINARY_N(N, prefix, whole, name, T, op) \
+    PXL_INLINE T<N> name(T<N> a, T<N> b) { return {prefix##op(a.v, b.v)}; }
+#define PXL_BINARY(name, T, op) PXL_FOR_EACH_N(PXL_BINARY_N, name, T, op)
+#define PXL_UNARY_N(N, prefix, whole, name, A, R, op) \
+    PXL_INLINE R<N> name(A<N> a) { return {prefix##op(a.v)}; }
+#define PXL_UNARY(name, A, R, op) PXL_FOR_EACH_N(PXL_UNARY_N, name, A, R, op)
+
+PXL_BINARY(addWrap, U8, add_epi8)
+PXL_BINARY(addWrap, U16, add_epi16)
+PXL_BINARY(addWrap, I16, add_epi16)
+PXL_BINARY(addWrap, I32, add_epi32)
+PXL_BINARY(subWrap, U8, sub_epi8)
+PXL_BINARY(subWrap, U16, sub_epi16)
+PXL_BINARY(subWrap, I16, sub_epi16)
+PXL_BINARY(subWrap, I32, sub_epi32)
+PXL_BINARY(addSat, U8, adds_epu8)
+PXL_BINARY(addSat, U16, adds_epu16)
+PXL_BINARY(addSat, I16, adds_epi16)
+PXL_BINARY(subSat, U8, subs_epu8)
+PXL_BINARY(subSat, U16, subs_epu16)
+PXL_BINARY(subSat, I16, subs_epi16)
+PXL_BINARY(average, U8, avg_epu8)  // (a + b + 1) >> 1
+PXL_BINARY(average, U16, avg_epu16)
+PXL_BINARY(mulLow, I16, mullo_epi16)
+PXL_BINARY(mulLow, I32, mullo_epi32)
+PXL_BINARY(mulHigh, U16, mulhi_epu16)  // (a * b) >> 16
+PXL_BINARY(mulHigh, I16, mulhi_epi16)
+PXL_BINARY(mulRound15, I16, mulhrs_epi16)  // (a * b + 16384) >> 15
+PXL_BINARY(minimum, U8, min_epu8)
+PXL_BINARY(maximum, U8, max_epu8)
+PXL_BINARY(minimum, U16, min_epu16)
+PXL_BINARY(maximum, U16, max_epu16)
+PXL_BINARY(minimum, I16, min_epi16)
+PXL_BINARY(maximum, I16, max_epi16)
+PXL_BINARY(minimum, I32, min_epi32)
+PXL_BINARY(maximum, I32, max_epi32)
+
+PXL_BINARY(add, F32, add_ps)
+PXL_BINARY(sub, F32, sub_ps)
+PXL_BINARY(mul, F32, mul_ps)
+PXL_BINARY(div, F32, div_ps)
+PXL_BINARY(minimum, F32, min_ps)  // b where either is NaN
+PXL_BINARY(maximum, F32, max_ps)
+PXL_BINARY(add, F64, add_pd)
+PXL_BINARY(sub, F64, sub_pd)
+PXL_BINARY(mul, F64, mul_pd)
+PXL_UNARY(reciprocalEstimate, F32, F32, rcp_ps)  // 12 bits; the value is the same at every N
+
+// a[2i] * b[2i] + a[2i + 1] * b[2i + 1]
+#define PXL_PAIR_SUMS_N(N, prefix, whole, op8, op16)                                                                    \
+    PXL_INLINE I16<N> pairSumsSat(U8<N> a, U8<N> signedFactors) { return {prefix##op8(a.v, signedFactors.v)}; }         \
+    PXL_INLINE I32<N> pairSums(I16<N> a, I16<N> b) { return {prefix##op16(a.v, b.v)}; }
+PXL_FOR_EACH_N(PXL_PAIR_SUMS_N, maddubs_epi16, madd_epi16)
+
+// Shifts; to the right, signed types shift arithmetically (floor division) and unsigned ones logically.
+#define PXL_SHIFT_N(N, prefix, whole, name, T, op) \
+    template <int kBits>                           \
+    PXL_INLINE T<N> name(T<N> a) {                 \
+        return {prefix##op(a.v, kBits)};           \
+    }
+PXL_FOR_EACH_N(PXL_SHIFT_N, shiftLeft, U16, slli_epi16)
+PXL_FOR_EACH_N(PXL_SHIFT_N, shiftLeft, I16, slli_epi16)
+PXL_FOR_EACH_N(PXL_SHIFT_N, shiftLeft, I32, slli_epi32)
+PXL_FOR_EACH_N(PXL_SHIFT_N, shiftRight, U16, srli_epi16)
+PXL_FOR_EACH_N(PXL_SHIFT_N, shiftRight, I16, srai_epi16)
+PXL_FOR_EACH_N(PXL_SHIFT_N, shiftRight, I32, srai_epi32)
+
+// ---- bits and choices. A mask has all bits of a lane set, or none.
+
+#define PXL_LOGIC_N(N, prefix, whole, A)                                                        \
+    PXL_INLINE A<N> bitAnd(A<N> a, A<N> b) { return {prefix##and_##whole(a.v, b.v)}; }          \
+    PXL_INLINE A<N> bitAndNot(A<N> a, A<N> b) { return {prefix##andnot_##whole(b.v, a.v)}; }    \
+    PXL_INLINE A<N> bitOr(A<N> a, A<N> b) { return {prefix##or_##whole(a.v, b.v)}; }            \
+    PXL_INLINE A<N> bitXor(A<N> a, A<N> b) { return {prefix##xor_##whole(a.v, b.v)}; }
+PXL_FOR_EACH_N(PXL_LOGIC_N, U8)  // bitAndNot(a, b) is a where b is clear
+PXL_FOR_EACH_N(PXL_LOGIC_N, U16)
+PXL_FOR_EACH_N(PXL_LOGIC_N, I16)
+PXL_FOR_EACH_N(PXL_LOGIC_N, I32)
+
+// choose(mask, a, b): b where the mask is set, a elsewhere.
+#define PXL_CHOOSE_N(N, prefix, whole, A, op) \
+    PXL_INLINE A<N> choose(A<N> mask, A<N> a, A<N> b) { return {prefix##op(a.v, b.v, mask.v)}; }
+PXL_FOR_EACH_N(PXL_CHOOSE_N, U8, blendv_epi8)
+PXL_FOR_EACH_N(PXL_CHOOSE_N, I16, blendv_epi8)
+PXL_FOR_EACH_N(PXL_CHOOSE_N, I32, blendv_epi8)
+PXL_FOR_EACH_N(PXL_CHOOSE_N, F32, blendv_ps)
+
+PXL_BINARY(equal, U8, cmpeq_epi8)
+PXL_BINARY(equal, I16, cmpeq_epi16)
+PXL_BINARY(equal, I32, cmpeq_epi32)
+PXL_BINARY(greater, I16, cmpgt_epi16)
+PXL_BINARY(greater, I32, cmpgt_epi32)
+
+// ---- between widths, inside each block
+
+#define PXL_UNPACK_N(N, prefix, whole, A, op)                                                  \
+    PXL_INLINE A<N> interleaveLow(A<N> a, A<N> b) { return {prefix##unpacklo_##op(a.v, b.v)}; } \
+    PXL_INLINE A<N> interleaveHigh(A<N> a, A<N> b) { return {prefix##unpackhi_##op(a.v, b.v)}; }
+PXL_FOR_EACH_N(PXL_UNPACK_N, U8, epi8)
+PXL_FOR_EACH_N(PXL_UNPACK_N, U16, epi16)
+PXL_FOR_EACH_N(PXL_UNPACK_N, I16, epi16)
+PXL_FOR_EACH_N(PXL_UNPACK_N, I32, epi32)
+// 64-bit halves of each block: a.low, b.low and a.high, b.high
+PXL_BINARY(interleaveLow64, I32, unpacklo_epi64)
+PXL_BINARY(interleaveHigh64, I32, unpackhi_epi64)
+
+// packSat(low, high): lanes of half the width, saturated to the narrower type.
+#define PXL_PACK_N(N, prefix, whole, name, A, R, op) \
+    PXL_INLINE R<N> name(A<N> low, A<N> high) { return {prefix##op(low.v, high.v)}; }
+PXL_FOR_EACH_N(PXL_PACK_N, packSatU8, I16, U8, packus_epi16)
+PXL_FOR_EACH_N(PXL_PACK_N, packSatI16, I32, I16, packs_epi32)
+PXL_FOR_EACH_N(PXL_PACK_N, packSatU16, I32, U16, packus_epi32)
+
+template <class V>
+PXL_INLINE U8<V::kN> packSatU8(Halves<V> a) {
+    return packSatU8(a.low, a.high);
+}
+template <class V>
+PXL_INLINE I16<V::kN> packSatI16(Halves<V> a) {
+    return packSatI16(a.low, a.high);
+}
+
+// Bytes of a block picked by index; an index of 128 or more gives 0.
+PXL_BINARY(pick, U8, shuffle_epi8)
+
+// Unsigned bytes to 16-bit lanes.
+template <int N>
+PXL_INLINE Halves<I16<N>> widen(U8<N> a) {
+    const auto zero = fill<U8<N>>(0);
+    return {as<I16<N>>(interleaveLow(a, zero)), as<I16<N>>(interleaveHigh(a, zero))};
+}
+
+// Unsigned bytes to the upper halves of 16-bit lanes: 256 * a.
+template <int N>
+PXL_INLINE Halves<U16<N>> widenTimes256(U8<N> a) {
+    const auto zero = fill<U8<N>>(0);
+    return {as<U16<N>>(interleaveLow(zero, a)), as<U16<N>>(interleaveHigh(zero, a))};
+}
+
+// Floats to integers by the current rounding mode, and back.
+PXL_UNARY(toInt, F32, I32, cvtps_epi32)
+PXL_UNARY(truncateToInt, F32, I32, cvttps_epi32)
+PXL_UNARY(toFloat, I32, F32, cvtepi32_ps)
+
+PXL_END_TARGET

@@ -1,0 +1,135 @@
+// The vector types. A vector is N blocks of 128 bits in lockstep: block i holds exactly what a lone 128-bit vector would
+// hold for the i-th group of pixels, and no operation moves anything between blocks. So a kernel means the same at every N.
+//
+// This file is compiled once per target, into that target's namespace; only code in src/simd/ names an intrinsic.
+#pragma once
+
+#include <immintrin.h>
+
+#include "frame/rows.h"
+
+// PXL_TARGET (sse42 or avx2) is set by the build for each kernel file.
+#define PXL_BEGIN_TARGET \
+    namespace pxl {      \
+    namespace PXL_TARGET {
+#define PXL_END_TARGET \
+    }                  \
+    }
+
+#define PXL_INLINE [[gnu::always_inline]] inline
+
+PXL_BEGIN_TARGET
+
+// X(N, prefix, whole, ...) for every number of blocks that the target has; `whole` is the suffix of the intrinsics that
+// take all bits as one.
+#ifdef __AVX2__
+#define PXL_FOR_EACH_N(X, ...) X(1, _mm_, si128, __VA_ARGS__) X(2, _mm256_, si256, __VA_ARGS__)
+#else
+#define PXL_FOR_EACH_N(X, ...) X(1, _mm_, si128, __VA_ARGS__)
+#endif
+
+// How many blocks the target's widest vector has.
+#ifdef __AVX2__
+constexpr int kBlocks = 2;
+#else
+constexpr int kBlocks = 1;
+#endif
+
+template <class Element, int N>
+struct Register;
+
+template <class Element>
+struct Register<Element, 1> {
+    using Type = __m128i;
+};
+template <>
+struct Register<Pxl32f, 1> {
+    using Type = __m128;
+};
+template <>
+struct Register<Pxl64f, 1> {
+    using Type = __m128d;
+};
+
+#ifdef __AVX2__
+template <class Element>
+struct Register<Element, 2> {
+    using Type = __m256i;
+};
+template <>
+struct Register<Pxl32f, 2> {
+    using Type = __m256;
+};
+template <>
+struct Register<Pxl64f, 2> {
+    using Type = __m256d;
+};
+#endif
+
+template <class E, int N>
+struct Vector {
+    using Element = E;
+    static constexpr int kN = N;
+    static constexpr int kSize = N * 16 / static_cast<int>(sizeof(E));
+    typename Register<E, N>::Type v;
+};
+
+template <int N> using U8 = Vector<Pxl8u, N>;
+template <int N> using U16 = Vector<Pxl16u, N>;
+template <int N> using I16 = Vector<Pxl16s, N>;
+template <int N> using I32 = Vector<Pxl32s, N>;
+template <int N> using F32 = Vector<Pxl32f, N>;
+template <int N> using F64 = Vector<Pxl64f, N>;
+
+// The lanes of one vector after widening: the lower and the upper half of each block.
+template <class V>
+struct Halves {
+    V low;
+    V high;
+};
+
+// Interleaved channels after loading, in storage order; U8 x 3 is 16 * N pixels.
+template <class V>
+struct Channels2 {
+    V c0, c1;
+};
+template <class V>
+struct Channels3 {
+    V c0, c1, c2;
+};
+template <class V>
+struct Channels4 {
+    V c0, c1, c2, c3;
+};
+
+// How much of a row one kernel step covers: whole blocks, or the first `count` pixels of a single block. Loads of part of
+// a block leave the other lanes zero, stores of part of a block write nothing else.
+template <int N>
+struct Blocks {
+    static constexpr int kN = N;
+};
+struct Part {
+    static constexpr int kN = 1;
+    int count;
+};
+
+// Runs body(Blocks<N>, x) over the whole groups of kPixels pixels of a row, widest vectors first; gives the first pixel
+// that is in no whole group.
+template <int kPixels, class Body>
+PXL_INLINE Index eachGroup(Index width, const Body& body) {
+    Index x = 0;
+    for (; x + kPixels * kBlocks <= width; x += kPixels * kBlocks) body(Blocks<kBlocks>{}, x);
+    if constexpr (kBlocks > 1) {
+        for (; x + kPixels <= width; x += kPixels) body(Blocks<1>{}, x);
+    }
+    return x;
+}
+
+// The same, and then body(Part, x) for the pixels left over, if any.
+template <int kPixels, class Body>
+PXL_INLINE void eachGroupAndPart(Index width, const Body& body) {
+    const Index x = eachGroup<kPixels>(width, body);
+    if (x < width) body(Part{static_cast<int>(width - x)}, x);
+}
+
+PXL_END_TARGET

@@ -1,0 +1,181 @@
+// The arithmetic between RGB and YCbCr 4:4:4, on lanes of any width. A group form works in 16-bit lanes with a rounding of
+// its own in each product; a reference form sums exact products in 32 bits and rounds once. The two may differ by one code.
+#pragma once
+
+#include "simd/operations.h"
+
+PXL_BEGIN_TARGET
+
+// ---- encoders, ITU-R BT.601: R'G'B' 0..255 to Y 16..235, Cb and Cr 16..240
+
+template <class V>
+struct Rgb {
+    V r, g, b;
+};
+
+template <class V>
+struct Ycc {
+    V y, cb, cr;
+};
+
+// Q16 coefficients. Luma weighs 0.257, 0.504, 0.098.
+struct EncoderWeights {
+    int r, g, b;
+};
+constexpr EncoderWeights kLumaQ16 = {16843, 33030, 6423};
+constexpr EncoderWeights kCbQ16 = {-9699, -19071, 28770};
+constexpr EncoderWeights kCrQ16 = {28770, -24117, -4653};
+constexpr int kLumaOffsetQ16 = 16 * 65536 + 32768;
+constexpr int kChromaOffsetQ16 = 128 * 65536 + 32768;
+
+// (w.r * r + w.g * g + w.b * b + offset) >> 16 from exact 32-bit sums. Green is split in two so that its factor fits 16 bits.
+template <int N>
+PXL_INLINE I32<N> weighQ16(I16<N> rg, I16<N> gb, EncoderWeights w, int offset) {
+    const int upperGreen = w.g / 2, lowerGreen = w.g - upperGreen;
+    const auto sum = addWrap(pairSums(rg, fillPairs<N>(w.r, upperGreen)), pairSums(gb, fillPairs<N>(lowerGreen, w.b)));
+    return shiftRight<16>(addWrap(sum, fill<I32<N>>(offset)));
+}
+
+template <int N>
+PXL_INLINE I16<N> weighQ16(Rgb<I16<N>> p, EncoderWeights w, int offset) {
+    return packSatI16(weighQ16(interleaveLow(p.r, p.g), interleaveLow(p.g, p.b), w, offset),
+                      weighQ16(interleaveHigh(p.r, p.g), interleaveHigh(p.g, p.b), w, offset));
+}
+
+// The reference form: one rounding.
+struct EncodeReference {
+    template <int N>
+    PXL_INLINE static Ycc<I16<N>> lanes(Rgb<I16<N>> p) {
+        return {weighQ16(p, kLumaQ16, kLumaOffsetQ16), weighQ16(p, kCbQ16, kChromaOffsetQ16),
+                weighQ16(p, kCrQ16, kChromaOffsetQ16)};
+    }
+};
+
+// Group form of the planar encoders. Products keep 16 bits: unsigned 8.8 for luma, signed 9.7 for chroma.
+struct EncodeQ16 {
+    template <int N>
+    PXL_INLINE static I16<N> chroma(Rgb<I16<N>> p128, EncoderWeights w) {
+        const auto term = [](I16<N> x128, int factor) { return mulHigh(x128, fill<I16<N>>(factor)); };
+        const auto sum = addSat(addSat(term(p128.r, w.r), term(p128.g, w.g)), term(p128.b, w.b));
+        // |sum| stays below 14400, so that the rounding 64 and the offset 128 go in before the shift
+        return shiftRight<7>(addSat(sum, fill<I16<N>>(64 + 128 * 128)));
+    }
+    template <int N>
+    PXL_INLINE static Ycc<I16<N>> lanes(Rgb<I16<N>> p) {
+        const auto term = [](I16<N> x, int factor) {
+            return mulHigh(as<U16<N>>(shiftLeft<8>(x)), fill<U16<N>>(factor));
+        };
+        const auto luma = addSat(addSat(term(p.r, kLumaQ16.r), term(p.g, kLumaQ16.g)), term(p.b, kLumaQ16.b));
+        const Rgb<I16<N>> p128 = {shiftLeft<7>(p.r), shiftLeft<7>(p.g), shiftLeft<7>(p.b)};
+        // the sum stays below 56100: the same holds for its rounding 128 and the offset 16
+        return {as<I16<N>>(shiftRight<8>(addSat(luma, fill<U16<N>>(128 + 16 * 256)))), chroma(p128, kCbQ16),
+                chroma(p128, kCrQ16)};
+    }
+};
+
+// Group form of the interleaved encoders: products rounded to 10.6.
+struct EncodeQ14 {
+    template <int N>
+    PXL_INLINE static Ycc<I16<N>> lanes(Rgb<I16<N>> p) {
+        const auto term = [](I16<N> x128, int factor) { return mulRound15(x128, fill<I16<N>>(factor)); };
+        const auto r = shiftLeft<7>(p.r), g = shiftLeft<7>(p.g), b = shiftLeft<7>(p.b);
+        const auto luma = addWrap(addWrap(term(r, 4211), term(g, 8258)), term(b, 1606));
+        const auto cb = subWrap(term(b, 7193), addWrap(term(r, 2425), term(g, 4768)));
+        const auto cr = subWrap(term(r, 7193), addWrap(term(g, 6029), term(b, 1163)));
+        // 128 * 64 + 2, not + 32: the terms have been rounded already. Deliberate.
+        const auto chromaOffset = fill<I16<N>>(8194);
+        return {shiftRight<6>(addWrap(luma, fill<I16<N>>(16 * 64 + 32))), shiftRight<6>(addWrap(cb, chromaOffset)),
+                shiftRight<6>(addWrap(cr, chromaOffset))};
+    }
+};
+
+// ---- decoders: Y 16..235 and chroma around 128 to R'G'B' 0..255, saturated
+
+// Q16 coefficients of a reference form, for Y, Cr - 128 and Cb - 128, and the constant that carries black level and rounding.
+struct DecoderQ16 {
+    int y, crToR, cbToG, crToG, cbToB, offset;
+};
+// The two BT.601 sets differ in the last digits, and one of them also exists without rounding. Deliberate.
+constexpr DecoderQ16 kDecode601 = {76282, 104593, -25689, -53279, 132184, -16 * 76282 + 32768};
+constexpr DecoderQ16 kDecode601Truncating = {76284, 104595, -25690, -53281, 132186, -16 * 76284};
+constexpr DecoderQ16 kDecode601b = {76284, 104595, -25690, -53281, 132186, -16 * 76284 + 32768};
+
+// A Q16 factor as whole + rest / 65536, so that rest fits 16 bits: the whole part is taken outside the shift, exactly.
+struct SplitFactor {
+    int whole, rest;
+};
+constexpr SplitFactor split(int factor) {
+    const int whole = (factor + 32768) >> 16;
+    return {whole, factor - whole * 65536};
+}
+
+template <int kWhole, int N>
+PXL_INLINE I16<N> plusTimes(I16<N> sum, I16<N> x) {
+    if constexpr (kWhole == 0) return sum;
+    if constexpr (kWhole == 1) return addWrap(sum, x);
+    if constexpr (kWhole == 2) return addWrap(sum, addWrap(x, x));
+    if constexpr (kWhole == -1) return subWrap(sum, x);
+}
+
+// (a * x + b * y + offset) >> 16, exact
+template <int kA, int kB, int N>
+PXL_INLINE I16<N> sumQ16(I16<N> x, I16<N> y, int offset) {
+    constexpr SplitFactor a = split(kA), b = split(kB);
+    const auto factors = fillPairs<N>(a.rest, b.rest);
+    const auto constant = fill<I32<N>>(offset);
+    const auto fraction =
+        packSatI16(shiftRight<16>(addWrap(pairSums(interleaveLow(x, y), factors), constant)),
+                   shiftRight<16>(addWrap(pairSums(interleaveHigh(x, y), factors), constant)));
+    return plusTimes<b.whole>(plusTimes<a.whole>(fraction, x), y);
+}
+
+// (a * x + b * y + c * z + offset) >> 16, exact
+template <int kA, int kB, int kC, int N>
+PXL_INLINE I16<N> sumQ16(I16<N> x, I16<N> y, I16<N> z, int offset) {
+    constexpr SplitFactor a = split(kA), b = split(kB), c = split(kC);
+    const auto factors = fillPairs<N>(a.rest, b.rest), third = fillPairs<N>(c.rest, 0);
+    const auto constant = fill<I32<N>>(offset);
+    const auto low = addWrap(pairSums(interleaveLow(x, y), factors), pairSums(interleaveLow(z, z), third));
+    const auto high = addWrap(pairSums(interleaveHigh(x, y), factors), pairSums(interleaveHigh(z, z), third));
+    const auto fraction = packSatI16(shiftRight<16>(addWrap(low, constant)), shiftRight<16>(addWrap(high, constant)));
+    return plusTimes<c.whole>(plusTimes<b.whole>(plusTimes<a.whole>(fraction, x), y), z);
+}
+
+// A reference form; DecoderQ16 as a type.
+template <DecoderQ16 k>
+struct DecodeReference {
+    template <int N>
+    PXL_INLINE static Rgb<I16<N>> lanes(Ycc<I16<N>> p) {
+        const auto middle = fill<I16<N>>(128);
+        const auto cb = subWrap(p.cb, middle), cr = subWrap(p.cr, middle);
+        return {sumQ16<k.y, k.crToR>(p.y, cr, k.offset), sumQ16<k.y, k.cbToG, k.crToG>(p.y, cb, cr, k.offset),
+                sumQ16<k.y, k.cbToB>(p.y, cb, k.offset)};
+    }
+};
+
+// Coefficients of a group form in Q12 (kShift 3) or Q13 (kShift 4), on samples times 128; the products keep 16 bits.
+struct DecoderLanes {
+    int y, crToR, cbToG, crToG, cbToB, rounding, shift;
+};
+constexpr DecoderLanes kDecodeQ12 = {4769, 6537, 1605, 3330, 8263, 4, 3};
+constexpr DecoderLanes kDecodeQ13 = {9535, 13074, 3211, 6660, 16523, 8, 4};
+constexpr DecoderLanes kDecodeQ13Truncating = {9536, 13074, 3203, 6660, 16523, 0, 4};  // no rounding term: deliberate
+constexpr DecoderLanes kDecode709 = {9535, 14688, 1745, 4375, 17326, 8, 4};            // ITU-R BT.709
+
+template <DecoderLanes k>
+struct DecodeLanes {
+    template <int N>
+    PXL_INLINE static Rgb<I16<N>> lanes(Ycc<I16<N>> p) {
+        const auto term = [](I16<N> x128, int factor) { return mulHigh(x128, fill<I16<N>>(factor)); };
+        const auto y = subWrap(shiftLeft<7>(p.y), fill<I16<N>>(16 * 128));
+        const auto cb = subWrap(shiftLeft<7>(p.cb), fill<I16<N>>(128 * 128));
+        const auto cr = subWrap(shiftLeft<7>(p.cr), fill<I16<N>>(128 * 128));
+        // no sum leaves 16 bits, so the rounding may go in with luma
+        const auto luma = addSat(term(y, k.y), fill<I16<N>>(k.rounding));
+        return {shiftRight<k.shift>(addSat(luma, term(cr, k.crToR))),
+                shiftRight<k.shift>(subSat(subSat(luma, term(cb, k.cbToG)), term(cr, k.crToG))),
+                shiftRight<k.shift>(addSat(luma, term(cb, k.cbToB)))};
+    }
+};
+
+PXL_END_TARGET

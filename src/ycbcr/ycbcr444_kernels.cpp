@@ -1,0 +1,139 @@
+#include "ycbcr/ycbcr444_kernels.h"
+
+#include "simd/pixels.h"
+#include "ycbcr/ycbcr444_forms.h"
+
+PXL_BEGIN_TARGET
+namespace {
+
+template <class Form, int N>
+PXL_INLINE Channels3<U8<N>> encode(Channels3<U8<N>> px) {
+    const auto r = widen(px.c0), g = widen(px.c1), b = widen(px.c2);
+    const auto low = Form::lanes(Rgb<I16<N>>{r.low, g.low, b.low});
+    const auto high = Form::lanes(Rgb<I16<N>>{r.high, g.high, b.high});
+    return {packSatU8(low.y, high.y), packSatU8(low.cb, high.cb), packSatU8(low.cr, high.cr)};
+}
+
+template <class Form, int N>
+PXL_INLINE Channels3<U8<N>> decode(Channels3<U8<N>> px) {
+    const auto y = widen(px.c0), cb = widen(px.c1), cr = widen(px.c2);
+    const auto low = Form::lanes(Ycc<I16<N>>{y.low, cb.low, cr.low});
+    const auto high = Form::lanes(Ycc<I16<N>>{y.high, cb.high, cr.high});
+    return {packSatU8(low.r, high.r), packSatU8(low.g, high.g), packSatU8(low.b, high.b)};
+}
+
+// Whole groups of kGroup pixels (16 or 8) with one form, the pixels left over with another.
+template <int kGroup, class Group, class Tail>
+PXL_INLINE void groupsAndTail(Index width, const Group& group, const Tail& tail) {
+    Index x = eachGroup<16>(width, group);
+    if (kGroup == 8 && width - x >= 8) {
+        group(Part{8}, x);
+        x += 8;
+    }
+    if (x < width) tail(Part{static_cast<int>(width - x)}, x);
+}
+
+template <int kGroup, class GroupForm, class TailForm, class Source, class Destination, class TailDestination>
+PXL_INLINE void encodeRow(Source src, Destination dst, TailDestination tailDst, Index width) {
+    groupsAndTail<kGroup>(
+        width, [&](auto how, Index x) { dst.store(how, x, encode<GroupForm>(src.load(how, x))); },
+        [&](Part how, Index x) { tailDst.store(how, x, encode<TailForm>(src.load(how, x))); });
+}
+
+template <int kGroup, class GroupForm, class TailForm, class Source, class Destination>
+PXL_INLINE void decodeRow(Source src, Destination dst, Index width) {
+    groupsAndTail<kGroup>(
+        width, [&](auto how, Index x) { dst.store(how, x, decode<GroupForm>(src.load(how, x))); },
+        [&](Part how, Index x) { dst.store(how, x, decode<TailForm>(src.load(how, x))); });
+}
+
+using DecodeQ12 = DecodeLanes<kDecodeQ12>;
+using DecodeQ13 = DecodeLanes<kDecodeQ13>;
+using DecodeQ13Truncating = DecodeLanes<kDecodeQ13Truncating>;
+using Decode709 = DecodeLanes<kDecode709>;
+using Decode601 = DecodeReference<kDecode601>;
+using Decode601b = DecodeReference<kDecode601b>;
+using Decode601Truncating = DecodeReference<kDecode601Truncating>;
+
+void rgbToYcbcrC3(const Pxl8u* src, Pxl8u* dst, Index width) {
+    encodeRow<16, EncodeQ14, EncodeReference>(PackedC3{src}, PackedC3{dst}, PackedC3{dst}, width);
+}
+
+// The groups clear the fourth byte and the tail leaves it: deliberate.
+void rgbToYcbcrAC4(const Pxl8u* src, Pxl8u* dst, Index width) {
+    encodeRow<16, EncodeQ14, EncodeReference>(PackedAC4{src}, PackedC4{dst, 0}, PackedAC4{dst}, width);
+}
+
+void rgbToYcbcrC3P3(const Pxl8u* src, Row3 dst, Index width) {
+    encodeRow<8, EncodeQ16, EncodeReference>(PackedC3{src}, Planar3{dst}, Planar3{dst}, width);
+}
+
+void rgbToYcbcrAC4P3(const Pxl8u* src, Row3 dst, Index width) {
+    encodeRow<8, EncodeQ16, EncodeReference>(PackedAC4{src}, Planar3{dst}, Planar3{dst}, width);
+}
+
+void rgbToYcbcrP3Aligned(ConstRow3 src, Row3 dst, Index width) {
+    encodeRow<16, EncodeQ16, EncodeReference>(Planar3{src}, Planar3{dst}, Planar3{dst}, width);
+}
+
+void rgbToYcbcrP3(ConstRow3 src, Row3 dst, Index width) {
+    encodeRow<16, EncodeReference, EncodeReference>(Planar3{src}, Planar3{dst}, Planar3{dst}, width);
+}
+
+void ycbcrToRgbC3(const Pxl8u* src, Pxl8u* dst, Index width) {
+    decodeRow<8, DecodeQ12, Decode601>(PackedC3{src}, PackedC3{dst}, width);
+}
+
+void ycbcrToRgbAC4(const Pxl8u* src, Pxl8u* dst, Index width) {
+    decodeRow<16, Decode601Truncating, Decode601Truncating>(PackedAC4{src}, PackedAC4{dst}, width);
+}
+
+void ycbcrToRgbP3C3(ConstRow3 src, Pxl8u* dst, Index width) {
+    decodeRow<8, DecodeQ12, Decode601>(Planar3{src}, PackedC3{dst}, width);
+}
+
+void ycbcrToRgbP3C4(ConstRow3 src, Pxl8u* dst, Pxl8u alpha, Index width) {
+    decodeRow<8, DecodeQ13, Decode601>(Planar3{src}, PackedC4{dst, alpha}, width);
+}
+
+void ycbcrToRgbP3(ConstRow3 src, Row3 dst, Index width) {
+    decodeRow<8, DecodeQ13Truncating, Decode601b>(Planar3{src}, Planar3{dst}, width);
+}
+
+void ycbcrToBgrP3C3(ConstRow3 src, Pxl8u* dst, Index width) {
+    decodeRow<8, DecodeQ12, Decode601>(Planar3{src}, Reversed{PackedC3{dst}}, width);
+}
+
+void ycbcrToBgrP3C4(ConstRow3 src, Pxl8u* dst, Pxl8u alpha, Index width) {
+    decodeRow<16, DecodeQ13, DecodeQ13>(Planar3{src}, Reversed{PackedC4{dst, alpha}}, width);
+}
+
+void ycbcr709ToBgrP3C3(ConstRow3 src, Pxl8u* dst, Index width) {
+    decodeRow<16, Decode709, Decode709>(Planar3{src}, Reversed{PackedC3{dst}}, width);
+}
+
+void ycbcr709ToBgrP3C4(ConstRow3 src, Pxl8u* dst, Pxl8u alpha, Index width) {
+    decodeRow<16, Decode709, Decode709>(Planar3{src}, Reversed{PackedC4{dst, alpha}}, width);
+}
+
+}  // namespace
+
+constexpr Ycbcr444Kernels kYcbcr444Kernels = {
+    .rgbToYcbcrC3 = rgbToYcbcrC3,
+    .rgbToYcbcrAC4 = rgbToYcbcrAC4,
+    .rgbToYcbcrC3P3 = rgbToYcbcrC3P3,
+    .rgbToYcbcrAC4P3 = rgbToYcbcrAC4P3,
+    .rgbToYcbcrP3Aligned = rgbToYcbcrP3Aligned,
+    .rgbToYcbcrP3 = rgbToYcbcrP3,
+    .ycbcrToRgbC3 = ycbcrToRgbC3,
+    .ycbcrToRgbAC4 = ycbcrToRgbAC4,
+    .ycbcrToRgbP3C3 = ycbcrToRgbP3C3,
+    .ycbcrToRgbP3C4 = ycbcrToRgbP3C4,
+    .ycbcrToRgbP3 = ycbcrToRgbP3,
+    .ycbcrToBgrP3C3 = ycbcrToBgrP3C3,
+    .ycbcrToBgrP3C4 = ycbcrToBgrP3C4,
+    .ycbcr709ToBgrP3C3 = ycbcr709ToBgrP3C3,
+    .ycbcr709ToBgrP3C4 = ycbcr709ToBgrP3C4,
+};
+
+PXL_END_TARGET
