@@ -20,7 +20,9 @@ int64_t largestIn(unsigned leaf) {
 
 int64_t largestOfSystem() {
     int64_t largest = 0;
-    for (const int name : {_SC_LEVEL1_DCACHE_SIZE, _SC_LEVEL2_CACHE_SIZE, _SC_LEVEL3_CACHE_SIZE, _SC_LEVEL4_CACHE_SIZE}) {
+    constexpr int kNames[] = {_SC_LEVEL1_DCACHE_SIZE, _SC_LEVEL2_CACHE_SIZE, _SC_LEVEL3_CACHE_SIZE,
+                              _SC_LEVEL4_CACHE_SIZE};
+    for (const int name : kNames) {
         const int64_t bytes = sysconf(name);
         if (bytes > largest) largest = bytes;
     }
