@@ -13,6 +13,8 @@ template <class Test>
 struct Check {
     Test status;  // called without arguments, gives a PxlStatus
 };
+template <class Test>
+Check(Test) -> Check<Test>;
 
 template <class... Pointers>
 auto notNull(const Pointers*... pointers) {
