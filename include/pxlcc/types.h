@@ -27,19 +27,19 @@ typedef double Pxl64f;
 typedef int32_t PxlStatus;
 
 enum {
-    pxlStatusOk = 0,                  /* success */
-    pxlStatusNoOperation = 1,         /* warning: found nothing to do, wrote nothing */
-    pxlStatusOddSize = 35,            /* warning: odd width or height of a subsampled image; the even part is done */
-    pxlStatusBadArgument = -5,        /* an enumerated, flag or range argument is out of range */
-    pxlStatusBadSize = -6,            /* width or height below the function's minimum (1 unless it says otherwise) */
-    pxlStatusNullPointer = -8,        /* a required pointer (image, plane, table, buffer) is null */
-    pxlStatusBadStep = -16,           /* a row step is below 1, in the functions that test steps */
-    pxlStatusBadChannelCount = -47,   /* a channel-layout code is not one of those accepted */
-    pxlStatusBadRange = -49,          /* a value range is empty: vMax - vMin <= 0 */
-    pxlStatusBadLevels = -54,         /* level count out of range */
-    pxlStatusBadNoise = -55,          /* noise out of range */
-    pxlStatusBadDitherType = -224,    /* unknown dither type */
-    pxlStatusSizeOverflow = -232      /* a 64-bit width or height above 2147483647 */
+    pxlStatusOk = 0,                /* success */
+    pxlStatusNoOperation = 1,       /* warning: found nothing to do, wrote nothing */
+    pxlStatusOddSize = 35,          /* warning: odd width or height of a subsampled image; the even part is done */
+    pxlStatusBadArgument = -5,      /* an enumerated, flag or range argument is out of range */
+    pxlStatusBadSize = -6,          /* width or height below the function's minimum (1 unless it says otherwise) */
+    pxlStatusNullPointer = -8,      /* a required pointer (image, plane, table, buffer) is null */
+    pxlStatusBadStep = -16,         /* a row step is below 1, in the functions that test steps */
+    pxlStatusBadChannelCount = -47, /* a channel-layout code is not one of those accepted */
+    pxlStatusBadRange = -49,        /* a value range is empty: vMax - vMin <= 0 */
+    pxlStatusBadLevels = -54,       /* level count out of range */
+    pxlStatusBadNoise = -55,        /* noise out of range */
+    pxlStatusBadDitherType = -224,  /* unknown dither type */
+    pxlStatusSizeOverflow = -232    /* a 64-bit width or height above 2147483647 */
 };
 
 /* Size of a region of interest, in pixels. */
@@ -78,8 +78,8 @@ typedef struct {
     int32_t minor;
     int32_t majorBuild;
     int32_t build;
-    char targetCpu[4];     /* code of the processor variant, zero padded */
-    const char* Name;      /* zero-terminated strings that live as long as the library */
+    char targetCpu[4]; /* code of the processor variant, zero padded */
+    const char* Name;  /* zero-terminated strings that live as long as the library */
     const char* Version;
     const char* BuildDate;
 } PxlLibraryVersion;

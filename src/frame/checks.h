@@ -2,7 +2,8 @@
 //
 //     if (const PxlStatus bad = firstBad(notNull(pSrc, pDst), atLeast(roiSize, 1, 1), noNullIn<3>(pSrc))) return bad;
 //
-// Each is looked at only when all before it have passed; that is why one may look into an array that another one tested.
+// Each is looked at only when all before it have passed; that is why one may look into an array that another one
+// tested.
 #pragma once
 
 #include "frame/rows.h"
@@ -33,9 +34,8 @@ auto noNullIn(Planes* const*... arrays) {
 }
 
 inline auto atLeast(PxlSize size, int width, int height) {
-    return Check{[=]() -> PxlStatus {
-        return size.width < width || size.height < height ? pxlStatusBadSize : pxlStatusOk;
-    }};
+    return Check{
+        [=]() -> PxlStatus { return size.width < width || size.height < height ? pxlStatusBadSize : pxlStatusOk; }};
 }
 
 template <class... Steps>

@@ -1,5 +1,6 @@
-// What a row kernel sees of an image: plain pointers to the samples of one row. No functions here, so that kernel files,
-// which are compiled once per instruction set, may include it without leaving inline code behind for other files.
+// What a row kernel sees of an image: plain pointers to the samples of one row. No functions here, so that kernel
+// files, which are compiled once per instruction set, may include it without leaving inline code behind for other
+// files.
 #pragma once
 
 #include <stddef.h>

@@ -1,5 +1,5 @@
-// Loads and stores: the only operations that know how many blocks a vector has. Every one takes which part of the row it
-// covers, Blocks<N> or Part, and touches exactly those bytes.
+// Loads and stores: the only operations that know how many blocks a vector has. Every one takes which part of the row
+// it covers, Blocks<N> or Part, and touches exactly those bytes.
 #pragma once
 
 #include "simd/operations.h"
@@ -8,8 +8,10 @@ PXL_BEGIN_TARGET
 
 // ---- one channel: consecutive elements
 
-#define PXL_MEMORY_N(N, prefix, whole, E, type, op)                                                                       \
-    PXL_INLINE Vector<E, N> load(Blocks<N>, const E* p) { return {prefix##loadu_##op(reinterpret_cast<const type*>(p))}; } \
+#define PXL_MEMORY_N(N, prefix, whole, E, type, op)                    \
+    PXL_INLINE Vector<E, N> load(Blocks<N>, const E* p) {              \
+        return {prefix##loadu_##op(reinterpret_cast<const type*>(p))}; \
+    }                                                                  \
     PXL_INLINE void store(Blocks<N>, E* p, Vector<E, N> a) { prefix##storeu_##op(reinterpret_cast<type*>(p), a.v); }
 #define PXL_MEMORY(E)                          \
     PXL_MEMORY_N(1, _mm_, , E, __m128i, si128) \
@@ -65,8 +67,8 @@ PXL_INLINE U8<2> outerBlocks(U8<2> a, U8<2> b) { return {_mm256_blend_epi32(a.v,
 
 // ---- three channels: 16 * N pixels of three bytes, block i of each channel from p + 48 * i
 //
-// Byte q of the r-th 16 bytes of a block belongs to channel (r + q) mod 3. So two byte selections collect a channel's 16
-// samples, each at a different q, and one shuffle puts them in order; storing does the same backwards.
+// Byte q of the r-th 16 bytes of a block belongs to channel (r + q) mod 3. So two byte selections collect a channel's
+// 16 samples, each at a different q, and one shuffle puts them in order; storing does the same backwards.
 
 struct ThreeWay {
     Bytes16 isThird[3];  // [k]: bytes q with q mod 3 = k
@@ -94,7 +96,8 @@ PXL_INLINE U8<N> everyThird(U8<N> a, U8<N> b, U8<N> c) {
     return choose(pattern<N>(kThreeWay.isThird[2]), choose(pattern<N>(kThreeWay.isThird[1]), a, b), c);
 }
 
-// In-block halves of the 3-way interleave, for three vectors whose block i holds bytes 16 * r ... of block i's 48 bytes.
+// In-block halves of the 3-way interleave, for three vectors whose block i holds bytes 16 * r ... of block i's 48
+// bytes.
 template <int N>
 PXL_INLINE Channels3<U8<N>> separate3(U8<N> a, U8<N> b, U8<N> c) {
     return {pick(everyThird(a, c, b), pattern<N>(kThreeWay.gather[0])),

@@ -1,5 +1,6 @@
-// What can be done with vectors. Each operation acts inside each 128-bit block; the names say how results that do not fit
-// behave: Sat saturates, Wrap keeps the low bits. One line a type; the macros spell it out for every number of blocks.
+// What can be done with vectors. Each operation acts inside each 128-bit block; the names say how results that do not
+// fit behave: Sat saturates, Wrap keeps the low bits. One line a type; the macros spell it out for every number of
+// blocks.
 #pragma once
 
 #include "simd/registers.h"
@@ -51,10 +52,10 @@ PXL_INLINE U8<N> pattern(const Bytes16& bytes) {
 
 #define PXL_SAME_BITS_N(N, prefix, whole, A, B) \
     PXL_INLINE B<N> sameBits(B<N>, A<N> a) { return {a.v}; }
-#define PXL_CAST_BITS_N(N, prefix, whole, A)                                                      \
-    PXL_INLINE F32<N> sameBits(F32<N>, A<N> a) { return {prefix##cast##whole##_ps(a.v)}; }        \
-    PXL_INLINE A<N> sameBits(A<N>, F32<N> a) { return {prefix##castps_##whole(a.v)}; }            \
-    PXL_INLINE F64<N> sameBits(F64<N>, A<N> a) { return {prefix##cast##whole##_pd(a.v)}; }        \
+#define PXL_CAST_BITS_N(N, prefix, whole, A)                                               \
+    PXL_INLINE F32<N> sameBits(F32<N>, A<N> a) { return {prefix##cast##whole##_ps(a.v)}; } \
+    PXL_INLINE A<N> sameBits(A<N>, F32<N> a) { return {prefix##castps_##whole(a.v)}; }     \
+    PXL_INLINE F64<N> sameBits(F64<N>, A<N> a) { return {prefix##cast##whole##_pd(a.v)}; } \
     PXL_INLINE A<N> sameBits(A<N>, F64<N> a) { return {prefix##castpd_##whole(a.v)}; }
 PXL_FOR_EACH_N(PXL_SAME_BITS_N, U8, U16)
 PXL_FOR_EACH_N(PXL_SAME_BITS_N, U8, I16)
@@ -127,8 +128,8 @@ PXL_BINARY(mul, F64, mul_pd)
 PXL_UNARY(reciprocalEstimate, F32, F32, rcp_ps)  // 12 bits; the value is the same at every N
 
 // a[2i] * b[2i] + a[2i + 1] * b[2i + 1]
-#define PXL_PAIR_SUMS_N(N, prefix, whole, op8, op16)                                                                    \
-    PXL_INLINE I16<N> pairSumsSat(U8<N> a, U8<N> signedFactors) { return {prefix##op8(a.v, signedFactors.v)}; }         \
+#define PXL_PAIR_SUMS_N(N, prefix, whole, op8, op16)                                                            \
+    PXL_INLINE I16<N> pairSumsSat(U8<N> a, U8<N> signedFactors) { return {prefix##op8(a.v, signedFactors.v)}; } \
     PXL_INLINE I32<N> pairSums(I16<N> a, I16<N> b) { return {prefix##op16(a.v, b.v)}; }
 PXL_FOR_EACH_N(PXL_PAIR_SUMS_N, maddubs_epi16, madd_epi16)
 
@@ -147,10 +148,10 @@ PXL_FOR_EACH_N(PXL_SHIFT_N, shiftRight, I32, srai_epi32)
 
 // ---- bits and choices. A mask has all bits of a lane set, or none.
 
-#define PXL_LOGIC_N(N, prefix, whole, A)                                                        \
-    PXL_INLINE A<N> bitAnd(A<N> a, A<N> b) { return {prefix##and_##whole(a.v, b.v)}; }          \
-    PXL_INLINE A<N> bitAndNot(A<N> a, A<N> b) { return {prefix##andnot_##whole(b.v, a.v)}; }    \
-    PXL_INLINE A<N> bitOr(A<N> a, A<N> b) { return {prefix##or_##whole(a.v, b.v)}; }            \
+#define PXL_LOGIC_N(N, prefix, whole, A)                                                     \
+    PXL_INLINE A<N> bitAnd(A<N> a, A<N> b) { return {prefix##and_##whole(a.v, b.v)}; }       \
+    PXL_INLINE A<N> bitAndNot(A<N> a, A<N> b) { return {prefix##andnot_##whole(b.v, a.v)}; } \
+    PXL_INLINE A<N> bitOr(A<N> a, A<N> b) { return {prefix##or_##whole(a.v, b.v)}; }         \
     PXL_INLINE A<N> bitXor(A<N> a, A<N> b) { return {prefix##xor_##whole(a.v, b.v)}; }
 PXL_FOR_EACH_N(PXL_LOGIC_N, U8)  // bitAndNot(a, b) is a where b is clear
 PXL_FOR_EACH_N(PXL_LOGIC_N, U16)
@@ -173,7 +174,7 @@ PXL_BINARY(greater, I32, cmpgt_epi32)
 
 // ---- between widths, inside each block
 
-#define PXL_UNPACK_N(N, prefix, whole, A, op)                                                  \
+#define PXL_UNPACK_N(N, prefix, whole, A, op)                                                   \
     PXL_INLINE A<N> interleaveLow(A<N> a, A<N> b) { return {prefix##unpacklo_##op(a.v, b.v)}; } \
     PXL_INLINE A<N> interleaveHigh(A<N> a, A<N> b) { return {prefix##unpackhi_##op(a.v, b.v)}; }
 PXL_FOR_EACH_N(PXL_UNPACK_N, U8, epi8)

@@ -1,5 +1,5 @@
-// Three-channel rows of bytes in each layout, so that one kernel source serves them all: load(how, x) and store(how, x, px)
-// move the pixels from x on, in channel order.
+// Three-channel rows of bytes in each layout, so that one kernel source serves them all: load(how, x) and store(how, x,
+// px) move the pixels from x on, in channel order.
 #pragma once
 
 #include "simd/memory.h"

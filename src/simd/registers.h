@@ -1,5 +1,6 @@
-// The vector types. A vector is N blocks of 128 bits in lockstep: block i holds exactly what a lone 128-bit vector would
-// hold for the i-th group of pixels, and no operation moves anything between blocks. So a kernel means the same at every N.
+// The vector types. A vector is N blocks of 128 bits in lockstep: block i holds exactly what a lone 128-bit vector
+// would hold for the i-th group of pixels, and no operation moves anything between blocks. So a kernel means the same
+// at every N.
 //
 // This file is compiled once per target, into that target's namespace; only code in src/simd/ names an intrinsic.
 #pragma once
@@ -74,12 +75,14 @@ struct Vector {
     typename Register<E, N>::Type v;
 };
 
+// clang-format off
 template <int N> using U8 = Vector<Pxl8u, N>;
 template <int N> using U16 = Vector<Pxl16u, N>;
 template <int N> using I16 = Vector<Pxl16s, N>;
 template <int N> using I32 = Vector<Pxl32s, N>;
 template <int N> using F32 = Vector<Pxl32f, N>;
 template <int N> using F64 = Vector<Pxl64f, N>;
+// clang-format on
 
 // The lanes of one vector after widening: the lower and the upper half of each block.
 template <class V>
@@ -102,8 +105,8 @@ struct Channels4 {
     V c0, c1, c2, c3;
 };
 
-// How much of a row one kernel step covers: whole blocks, or the first `count` pixels of a single block. Loads of part of
-// a block leave the other lanes zero, stores of part of a block write nothing else.
+// How much of a row one kernel step covers: whole blocks, or the first `count` pixels of a single block. Loads of part
+// of a block leave the other lanes zero, stores of part of a block write nothing else.
 template <int N>
 struct Blocks {
     static constexpr int kN = N;

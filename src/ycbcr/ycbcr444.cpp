@@ -47,7 +47,8 @@ PxlStatus pxliRGBToYCbCr_8u_AC4P3R(const Pxl8u* pSrc, int srcStep, Pxl8u* pDst[3
 }
 
 PxlStatus pxliRGBToYCbCr_8u_P3R(const Pxl8u* pSrc[3], int srcStep, Pxl8u* pDst[3], int dstStep, PxlSize roiSize) {
-    if (const PxlStatus bad = firstBad(notNull(pSrc, pDst), atLeast(roiSize, 1, 1), noNullIn<3>(pSrc, pDst))) return bad;
+    if (const PxlStatus bad = firstBad(notNull(pSrc, pDst), atLeast(roiSize, 1, 1), noNullIn<3>(pSrc, pDst)))
+        return bad;
     // Only fully aligned images get the group form; this changes values and is part of the definition.
     const bool aligned = multiplesOf16(pSrc[0], pSrc[1], pSrc[2], pDst[0], pDst[1], pDst[2]) &&
                          multiplesOf16(Index{srcStep}, Index{dstStep}, Index{roiSize.width});
@@ -77,7 +78,8 @@ PxlStatus pxliYCbCrToRGB_8u_P3C4R(const Pxl8u* pSrc[3], int srcStep, Pxl8u* pDst
 }
 
 PxlStatus pxliYCbCrToRGB_8u_P3R(const Pxl8u* pSrc[3], int srcStep, Pxl8u* pDst[3], int dstStep, PxlSize roiSize) {
-    if (const PxlStatus bad = firstBad(notNull(pSrc, pDst), atLeast(roiSize, 1, 1), noNullIn<3>(pSrc, pDst))) return bad;
+    if (const PxlStatus bad = firstBad(notNull(pSrc, pDst), atLeast(roiSize, 1, 1), noNullIn<3>(pSrc, pDst)))
+        return bad;
     return eachRow(roiSize, kernels().ycbcrToRgbP3, planes<3>(pSrc, srcStep), planes<3>(pDst, dstStep));
 }
 
@@ -92,8 +94,7 @@ PxlStatus pxliYCbCrToBGR_8u_P3C4R(const Pxl8u* pSrc[3], int srcStep, Pxl8u* pDst
     return fromPlanes(kernels().ycbcrToBgrP3C4, pSrc, srcStep, pDst, dstStep, roiSize, aval);
 }
 
-PxlStatus pxliYCbCrToBGR_709CSC_8u_P3C3R(const Pxl8u* pSrc[3], int srcStep, Pxl8u* pDst, int dstStep,
-                                         PxlSize roiSize) {
+PxlStatus pxliYCbCrToBGR_709CSC_8u_P3C3R(const Pxl8u* pSrc[3], int srcStep, Pxl8u* pDst, int dstStep, PxlSize roiSize) {
     if (const PxlStatus bad = firstBad(notNull(pSrc, pDst), noNullIn<3>(pSrc), atLeast(roiSize, 1, 1))) return bad;
     return fromPlanes(kernels().ycbcr709ToBgrP3C3, pSrc, srcStep, pDst, dstStep, roiSize);
 }

@@ -1,5 +1,6 @@
-// The arithmetic between RGB and YCbCr 4:4:4, on lanes of any width. A group form works in 16-bit lanes with a rounding of
-// its own in each product; a reference form sums exact products in 32 bits and rounds once. The two may differ by one code.
+// The arithmetic between RGB and YCbCr 4:4:4, on lanes of any width. A group form works in 16-bit lanes with a rounding
+// of its own in each product; a reference form sums exact products in 32 bits and rounds once. The two may differ by
+// one code.
 #pragma once
 
 #include "simd/operations.h"
@@ -28,7 +29,8 @@ constexpr EncoderWeights kCrQ16 = {28770, -24117, -4653};
 constexpr int kLumaOffsetQ16 = 16 * 65536 + 32768;
 constexpr int kChromaOffsetQ16 = 128 * 65536 + 32768;
 
-// (w.r * r + w.g * g + w.b * b + offset) >> 16 from exact 32-bit sums. Green is split in two so that its factor fits 16 bits.
+// (w.r * r + w.g * g + w.b * b + offset) >> 16 from exact 32-bit sums. Green is split in two so that its factor fits 16
+// bits.
 template <int N>
 PXL_INLINE I32<N> weighQ16(I16<N> rg, I16<N> gb, EncoderWeights w, int offset) {
     const int upperGreen = w.g / 2, lowerGreen = w.g - upperGreen;
@@ -91,7 +93,8 @@ struct EncodeQ14 {
 
 // ---- decoders: Y 16..235 and chroma around 128 to R'G'B' 0..255, saturated
 
-// Q16 coefficients of a reference form, for Y, Cr - 128 and Cb - 128, and the constant that carries black level and rounding.
+// Q16 coefficients of a reference form, for Y, Cr - 128 and Cb - 128, and the constant that carries black level and
+// rounding.
 struct DecoderQ16 {
     int y, crToR, cbToG, crToG, cbToB, offset;
 };
@@ -123,9 +126,8 @@ PXL_INLINE I16<N> sumQ16(I16<N> x, I16<N> y, int offset) {
     constexpr SplitFactor a = split(kA), b = split(kB);
     const auto factors = fillPairs<N>(a.rest, b.rest);
     const auto constant = fill<I32<N>>(offset);
-    const auto fraction =
-        packSatI16(shiftRight<16>(addWrap(pairSums(interleaveLow(x, y), factors), constant)),
-                   shiftRight<16>(addWrap(pairSums(interleaveHigh(x, y), factors), constant)));
+    const auto fraction = packSatI16(shiftRight<16>(addWrap(pairSums(interleaveLow(x, y), factors), constant)),
+                                     shiftRight<16>(addWrap(pairSums(interleaveHigh(x, y), factors), constant)));
     return plusTimes<b.whole>(plusTimes<a.whole>(fraction, x), y);
 }
 
