@@ -35,12 +35,12 @@ struct PlaneShape {
 
 // One side of a conversion, read from the name: of pxliYCrCb420ToBGR_8u_P2C4R the source is {"YCrCb", 420, "P2", ...}.
 struct ImageShape {
-    std::string space;         // colour space in the channel order of the name: "RGB", "BGR", "YCbCr", "CbYCr", "Gray" ...
-    int sampling = 444;        // 444, 422, 420, 411, 1620 (4:1:0)
-    std::string layout;        // "C1" "C2" "C3" "C4" "AC4" "P2" "P3" "P4" "AP4"
+    std::string space;   // colour space in the channel order of the name: "RGB", "BGR", "YCbCr", "CbYCr", "Gray" ...
+    int sampling = 444;  // 444, 422, 420, 411, 1620 (4:1:0)
+    std::string layout;  // "C1" "C2" "C3" "C4" "AC4" "P2" "P3" "P4" "AP4"
     std::vector<PlaneShape> planes;
-    bool planeArray = false;   // passed as an array of plane pointers
-    bool stepArray = false;    // ... with an array of steps, one a plane
+    bool planeArray = false;  // passed as an array of plane pointers
+    bool stepArray = false;   // ... with an array of steps, one a plane
 };
 
 // What one parameter of the function is.
@@ -54,11 +54,11 @@ enum class Role {
     destinationStep,
     destinationSteps,
     size,
-    alpha,             // value of the fourth channel, of type `element`
-    weights,           // pointer to 3 floating-point weights, may be null
-    matrix,            // pointer to a float matrix, 3 x 4 or (ColorTwist_32f_C4R) 4 x 4
-    rangeLow,          // vMin
-    rangeHigh,         // vMax
+    alpha,      // value of the fourth channel, of type `element`
+    weights,    // pointer to 3 floating-point weights, may be null
+    matrix,     // pointer to a float matrix, 3 x 4 or (ColorTwist_32f_C4R) 4 x 4
+    rangeLow,   // vMin
+    rangeHigh,  // vMax
 };
 
 struct Parameter {
@@ -70,10 +70,10 @@ struct Parameter {
 
 // One argument of a call; the member that the parameter's type asks for is used.
 union Value {
-    void* pointer;        // image, weights, matrix; plane arrays: void*[]
+    void* pointer;  // image, weights, matrix; plane arrays: void*[]
     const int* steps;
     std::int64_t integer;  // step, integral alpha
-    double real;          // float alpha and ranges
+    double real;           // float alpha and ranges
     PxlSize size;
 };
 
@@ -84,14 +84,13 @@ struct Export {
     int minimumWidth = 1;
     int minimumHeight = 1;
     bool inPlace = false;
-    bool testsSteps = false;   // answers a step below 1 with pxlStatusBadStep
-    ImageShape source;         // of in-place functions the same as destination
+    bool testsSteps = false;  // answers a step below 1 with pxlStatusBadStep
+    ImageShape source;        // of in-place functions the same as destination
     ImageShape destination;
     std::vector<Parameter> parameters;
     PxlStatus (*call)(const Value* arguments) = nullptr;  // one value a parameter, in order
 
-    // The values of an integer or float pixel operation that has this role among its parameters.
-    bool has(Role role) const;
+    bool has(Role role) const;  // among the parameters
 };
 
 // All exports, in the order of exports.def.
@@ -109,20 +108,21 @@ struct PlaneRef {
 // The arguments of a call by meaning. In-place functions use `destination` only.
 struct Arguments {
     PxlSize size = {0, 0};
-    std::vector<PlaneRef> source;       // one a plane of source.planes
+    std::vector<PlaneRef> source;  // one a plane of source.planes
     std::vector<PlaneRef> destination;
     double alpha = 0;
-    const void* weights = nullptr;      // 3 elements of the function's weight type, or null for the default
+    const void* weights = nullptr;  // 3 elements of the function's weight type, or null for the default
     const float* matrix = nullptr;
     double rangeLow = 0;
     double rangeHigh = 1;
 };
 
-// Calls the function. Planes that share one step in its signature must have equal steps here.
+// Calls the function. Planes that share one step in its signature must have equal steps here, or std::invalid_argument
+// is thrown.
 PxlStatus invoke(const Export& function, const Arguments& arguments);
 
-// The argument values that invoke() passes, for tests that change one of them: values[i] belongs to parameters[i]. Points
-// into itself; not copyable.
+// The argument values that invoke() passes, for tests that change one of them: values[i] belongs to parameters[i].
+// Points into itself; not copyable.
 class Values {
 public:
     Values(const Export& function, const Arguments& arguments);

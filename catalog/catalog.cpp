@@ -1,0 +1,331 @@
+#include "catalog.h"
+
+#include <algorithm>
+#include <stdexcept>
+#include <type_traits>
+#include <utility>
+
+#include "names.h"
+
+namespace pxl::catalog {
+namespace {
+
+// What exports.def may add to a line or a family.
+struct Extras {
+    int minimumWidth = 1;
+    int minimumHeight = 1;
+    bool testsSteps = false;
+};
+
+// ---- from the function's type
+
+enum class Kind { image, planes, step, steps, size, weights, matrix, integer, real };
+
+struct TypeInfo {
+    Kind kind;
+    Element element = Element::u8;
+    bool constant = false;  // of what a pointer points to
+};
+
+template <class T>
+constexpr Element elementOf() {
+    if constexpr (std::is_same_v<T, float>) return Element::f32;
+    if constexpr (std::is_same_v<T, double>) return Element::f64;
+    if constexpr (std::is_same_v<T, Pxl8u>) return Element::u8;
+    if constexpr (std::is_same_v<T, Pxl8s>) return Element::s8;
+    if constexpr (std::is_same_v<T, Pxl16u>) return Element::u16;
+    if constexpr (std::is_same_v<T, Pxl16s>) return Element::s16;
+    if constexpr (std::is_same_v<T, Pxl32u>) return Element::u32;
+    if constexpr (std::is_same_v<T, Pxl32s>) return Element::s32;
+}
+
+// A pointer to int is a step array: no function takes a lone plane of 32-bit signed samples.
+template <class T>
+constexpr TypeInfo infoOf(bool afterSize) {
+    if constexpr (std::is_same_v<T, PxlSize>) {
+        return {Kind::size};
+    } else if constexpr (std::is_pointer_v<T>) {
+        using Pointee = std::remove_pointer_t<T>;
+        using Plain = std::remove_const_t<Pointee>;
+        if constexpr (std::is_pointer_v<Plain>) {
+            using Sample = std::remove_pointer_t<Plain>;
+            return {Kind::planes, elementOf<std::remove_const_t<Sample>>(), std::is_const_v<Sample>};
+        } else if constexpr (std::is_array_v<Plain>) {
+            return {Kind::matrix, Element::f32, true};
+        } else if constexpr (std::is_same_v<Plain, int>) {
+            return {Kind::steps};
+        } else {
+            return {afterSize ? Kind::weights : Kind::image, elementOf<Plain>(), std::is_const_v<Pointee>};
+        }
+    } else if constexpr (std::is_floating_point_v<T>) {
+        return {Kind::real, elementOf<T>()};
+    } else if constexpr (std::is_same_v<T, int>) {
+        return {Kind::step};
+    } else {
+        return {Kind::integer, elementOf<T>()};
+    }
+}
+
+template <class T>
+T argument(const Value& value) {
+    if constexpr (std::is_same_v<T, PxlSize>) {
+        return value.size;
+    } else if constexpr (std::is_same_v<T, const int*>) {
+        return value.steps;
+    } else if constexpr (std::is_same_v<T, int*>) {
+        return const_cast<int*>(value.steps);
+    } else if constexpr (std::is_pointer_v<T>) {
+        return static_cast<T>(value.pointer);
+    } else if constexpr (std::is_floating_point_v<T>) {
+        return static_cast<T>(value.real);
+    } else {
+        return static_cast<T>(value.integer);
+    }
+}
+
+template <auto kFunction, class... Parameters, std::size_t... kIndex>
+PxlStatus callWith(const Value* arguments, PxlStatus (*)(Parameters...), std::index_sequence<kIndex...>) {
+    return kFunction(argument<Parameters>(arguments[kIndex])...);
+}
+
+template <class... Parameters>
+std::vector<TypeInfo> typesOf(PxlStatus (*)(Parameters...)) {
+    std::vector<TypeInfo> types;
+    bool afterSize = false;
+    ((types.push_back(infoOf<Parameters>(afterSize)), afterSize |= types.back().kind == Kind::size), ...);
+    return types;
+}
+
+template <class... Parameters>
+auto indicesOf(PxlStatus (*)(Parameters...)) {
+    return std::index_sequence_for<Parameters...>{};
+}
+
+// ---- from types to roles
+
+struct Sides {
+    Element source = Element::u8, destination = Element::u8;
+    bool sourceArray = false, sourceSteps = false, destinationArray = false, destinationSteps = false;
+};
+
+std::vector<Parameter> rolesOf(const std::vector<TypeInfo>& types, Sides& sides) {
+    const bool hasRange = std::ranges::count(types, Kind::real, &TypeInfo::kind) == 2;
+    std::vector<Parameter> parameters;
+    int sourcePlanes = 0, destinationPlanes = 0;
+    bool ofSource = false, lowSeen = false;  // which side the last image pointer belongs to; vMin has come
+    for (const TypeInfo& type : types) {
+        Parameter parameter = {.role = Role::size, .element = type.element};
+        switch (type.kind) {
+            case Kind::image:
+                ofSource = type.constant;
+                parameter.role = ofSource ? Role::sourcePlane : Role::destinationPlane;
+                parameter.plane = ofSource ? sourcePlanes++ : destinationPlanes++;
+                (ofSource ? sides.source : sides.destination) = type.element;
+                break;
+            case Kind::planes:
+                ofSource = type.constant;
+                parameter.role = ofSource ? Role::sourcePlanes : Role::destinationPlanes;
+                (ofSource ? sides.source : sides.destination) = type.element;
+                (ofSource ? sides.sourceArray : sides.destinationArray) = true;
+                break;
+            case Kind::step:
+                parameter.role = ofSource ? Role::sourceStep : Role::destinationStep;
+                parameter.plane = std::max(0, (ofSource ? sourcePlanes : destinationPlanes) - 1);
+                break;
+            case Kind::steps:
+                parameter.role = ofSource ? Role::sourceSteps : Role::destinationSteps;
+                (ofSource ? sides.sourceSteps : sides.destinationSteps) = true;
+                break;
+            case Kind::size:
+                break;
+            case Kind::weights:
+                parameter.role = Role::weights;
+                break;
+            case Kind::matrix:
+                parameter.role = Role::matrix;
+                break;
+            case Kind::integer:
+                parameter.role = Role::alpha;
+                break;
+            case Kind::real:
+                parameter.role = !hasRange ? Role::alpha : lowSeen ? Role::rangeHigh : Role::rangeLow;
+                lowSeen = true;
+                break;
+        }
+        parameters.push_back(parameter);
+    }
+    return parameters;
+}
+
+struct Family {
+    std::string_view title;
+    Extras extras;
+};
+
+Export describe(std::string_view name, std::string_view summary, const Family& family, const Extras& own,
+                const std::vector<TypeInfo>& types) {
+    Export e;
+    e.name = name;
+    e.summary = summary;
+    e.family = family.title;
+    e.minimumWidth = std::max(own.minimumWidth, family.extras.minimumWidth);
+    e.minimumHeight = std::max(own.minimumHeight, family.extras.minimumHeight);
+    e.testsSteps = own.testsSteps || family.extras.testsSteps;
+    Sides sides;
+    e.parameters = rolesOf(types, sides);
+    const bool hasSource = e.has(Role::sourcePlane) || e.has(Role::sourcePlanes);
+    NameParts parts = parseName(name, hasSource ? sides.source : sides.destination, sides.destination);
+    e.inPlace = parts.inPlace;
+    e.source = std::move(parts.source);
+    e.destination = std::move(parts.destination);
+    e.source.planeArray = e.inPlace ? sides.destinationArray : sides.sourceArray;
+    e.source.stepArray = e.inPlace ? sides.destinationSteps : sides.sourceSteps;
+    e.destination.planeArray = sides.destinationArray;
+    e.destination.stepArray = sides.destinationSteps;
+    return e;
+}
+
+template <auto kFunction>
+Export describe(std::string_view name, std::string_view summary, const Family& family, const Extras& own) {
+    Export e = describe(name, summary, family, own, typesOf(kFunction));
+    e.call = [](const Value* arguments) { return callWith<kFunction>(arguments, kFunction, indicesOf(kFunction)); };
+    return e;
+}
+
+std::vector<Export> build() {
+    std::vector<Export> list;
+    Family family;
+#define PXL_FAMILY(title, ...) family = Family{title, Extras{__VA_ARGS__}};
+#define PXL_EXPORT(function, summary, ...) \
+    list.push_back(describe<function>(#function, summary, family, Extras{__VA_ARGS__}));
+#include "exports.def"
+#undef PXL_EXPORT
+#undef PXL_FAMILY
+    return list;
+}
+
+int sharedStep(const std::vector<PlaneRef>& planes) {
+    for (const PlaneRef& plane : planes) {
+        if (plane.step != planes.front().step)
+            throw std::invalid_argument("planes that share a step have different ones");
+    }
+    return planes.front().step;
+}
+
+}  // namespace
+
+std::size_t bytesOf(Element element) {
+    switch (element) {
+        case Element::u8:
+        case Element::s8:
+            return 1;
+        case Element::u16:
+        case Element::s16:
+            return 2;
+        case Element::u32:
+        case Element::s32:
+        case Element::f32:
+            return 4;
+        case Element::f64:
+            return 8;
+    }
+    return 0;
+}
+
+bool Parameter::isPointer() const {
+    switch (role) {
+        case Role::sourceStep:
+        case Role::destinationStep:
+        case Role::size:
+        case Role::alpha:
+        case Role::rangeLow:
+        case Role::rangeHigh:
+            return false;
+        default:
+            return true;
+    }
+}
+
+bool Export::has(Role role) const { return std::ranges::find(parameters, role, &Parameter::role) != parameters.end(); }
+
+std::span<const Export> all() {
+    static const std::vector<Export> list = build();
+    return list;
+}
+
+const Export* find(std::string_view name) {
+    const auto found = std::ranges::find(all(), name, &Export::name);
+    return found == all().end() ? nullptr : &*found;
+}
+
+PxlStatus invoke(const Export& function, const Arguments& arguments) {
+    return function.call(Values(function, arguments).begin());
+}
+
+Values::Values(const Export& function, const Arguments& arguments) : values_(function.parameters.size()) {
+    const auto& source = arguments.source;
+    const auto& destination = arguments.destination;
+    for (std::size_t i = 0; i < source.size() && i < 4; ++i) {
+        sourcePlanes_[i] = source[i].first;
+        sourceSteps_[i] = source[i].step;
+    }
+    for (std::size_t i = 0; i < destination.size() && i < 4; ++i) {
+        destinationPlanes_[i] = destination[i].first;
+        destinationSteps_[i] = destination[i].step;
+    }
+    for (std::size_t i = 0; i < values_.size(); ++i) {
+        const Parameter& parameter = function.parameters[i];
+        const auto plane = static_cast<std::size_t>(parameter.plane);
+        Value& value = values_[i];
+        switch (parameter.role) {
+            case Role::sourcePlane:
+                value.pointer = source.at(plane).first;
+                break;
+            case Role::sourcePlanes:
+                value.pointer = sourcePlanes_;
+                break;
+            case Role::sourceStep:
+                value.integer = function.source.planeArray ? sharedStep(source) : source.at(plane).step;
+                break;
+            case Role::sourceSteps:
+                value.steps = sourceSteps_;
+                break;
+            case Role::destinationPlane:
+                value.pointer = destination.at(plane).first;
+                break;
+            case Role::destinationPlanes:
+                value.pointer = destinationPlanes_;
+                break;
+            case Role::destinationStep:
+                value.integer = function.destination.planeArray ? sharedStep(destination) : destination.at(plane).step;
+                break;
+            case Role::destinationSteps:
+                value.steps = destinationSteps_;
+                break;
+            case Role::size:
+                value.size = arguments.size;
+                break;
+            case Role::alpha:
+                if (parameter.element == Element::f32 || parameter.element == Element::f64) {
+                    value.real = arguments.alpha;
+                } else {
+                    value.integer = static_cast<std::int64_t>(arguments.alpha);
+                }
+                break;
+            case Role::weights:
+                value.pointer = const_cast<void*>(arguments.weights);
+                break;
+            case Role::matrix:
+                value.pointer = const_cast<float*>(arguments.matrix);
+                break;
+            case Role::rangeLow:
+                value.real = arguments.rangeLow;
+                break;
+            case Role::rangeHigh:
+                value.real = arguments.rangeHigh;
+                break;
+        }
+    }
+}
+
+}  // namespace pxl::catalog
