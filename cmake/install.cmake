@@ -1,0 +1,39 @@
+# What an installation holds: the libraries, their headers, the program, and how other builds find them. Everything is
+# relative to the prefix, so an installed tree can be moved.
+
+include(CMakePackageConfigHelpers)
+set(PXLCC_PACKAGE_DIR ${CMAKE_INSTALL_LIBDIR}/cmake/pxlcc)
+
+install(TARGETS pxlcc pxlcore EXPORT pxlcc-targets)
+install(FILES include/pxlcc.h include/pxlcore.h DESTINATION ${CMAKE_INSTALL_INCLUDEDIR})
+install(DIRECTORY include/pxlcc DESTINATION ${CMAKE_INSTALL_INCLUDEDIR})
+
+# The installed libraries find each other, and the program finds them, from where they stand.
+set_target_properties(pxlcc pxlcore PROPERTIES INSTALL_RPATH "$ORIGIN")
+if(TARGET pxlcc_tool)
+    file(RELATIVE_PATH toLibraries ${CMAKE_INSTALL_FULL_BINDIR} ${CMAKE_INSTALL_FULL_LIBDIR})
+    set_target_properties(pxlcc_tool PROPERTIES INSTALL_RPATH "$ORIGIN/${toLibraries}")
+    install(TARGETS pxlcc_tool)
+endif()
+
+# For CMake: find_package(pxlcc), then link pxlcc::pxlcc or pxlcc::pxlcore.
+install(EXPORT pxlcc-targets NAMESPACE pxlcc:: DESTINATION ${PXLCC_PACKAGE_DIR} FILE pxlcc-config.cmake)
+write_basic_package_version_file(${PROJECT_BINARY_DIR}/pxlcc-config-version.cmake COMPATIBILITY SameMajorVersion)
+install(FILES ${PROJECT_BINARY_DIR}/pxlcc-config-version.cmake DESTINATION ${PXLCC_PACKAGE_DIR})
+
+# For pkg-config: pxlcc.pc and pxlcore.pc.
+file(RELATIVE_PATH PC_PREFIX ${CMAKE_INSTALL_FULL_LIBDIR}/pkgconfig ${CMAKE_INSTALL_PREFIX})
+file(RELATIVE_PATH PC_INCLUDEDIR ${CMAKE_INSTALL_PREFIX} ${CMAKE_INSTALL_FULL_INCLUDEDIR})
+file(RELATIVE_PATH PC_LIBDIR ${CMAKE_INSTALL_PREFIX} ${CMAKE_INSTALL_FULL_LIBDIR})
+if(PXLCC_BUILD_STATIC)
+    set(PC_CFLAGS " -DPXLCC_STATIC")
+endif()
+function(pxlcc_install_pc name library description)
+    set(PC_NAME ${name})
+    set(PC_LIBRARY ${library})
+    set(PC_DESCRIPTION ${description})
+    configure_file(${PROJECT_SOURCE_DIR}/cmake/library.pc.in ${PROJECT_BINARY_DIR}/${name}.pc @ONLY)
+    install(FILES ${PROJECT_BINARY_DIR}/${name}.pc DESTINATION ${CMAKE_INSTALL_LIBDIR}/pkgconfig)
+endfunction()
+pxlcc_install_pc(pxlcc pxlccy8 "Exact, fast conversions of whole images between colour models and layouts")
+pxlcc_install_pc(pxlcore pxlcore "What the pxl libraries share")

@@ -1,0 +1,58 @@
+# The common tasks, thin over CMakePresets.json. The tasks install the Debian packages that they miss.
+#
+#   make demo      build, convert pictures, show where they are and how fast it was
+#   make test      build and run all tests
+#   make bench     time every function, next to the other libraries of the field
+#   make install   build the library and the program and install them (PREFIX=/usr/local, DESTDIR=)
+#   make format    format the sources; format-check only tells
+#   make clean     remove what these tasks made
+#
+# PRESET=clang make test: with another preset of CMakePresets.json.
+
+PRESET ?= release
+PREFIX ?= /usr/local
+DEMO ?= out/demo
+TEST_TIMEOUT ?= 600
+BUILD = build/$(PRESET)
+
+.PHONY: help demo test bench install format format-check clean
+
+help:
+	@sed -n '3,/^$$/s/^# \{0,1\}//p' Makefile
+
+demo:
+	@scripts/install-packages build
+	cmake --preset $(PRESET) >/dev/null
+	cmake --build $(BUILD) --target pxlcc_tool
+	$(BUILD)/tools/pxlcc demo $(DEMO)
+	@echo && echo "Pictures to open:" && ls $(DEMO)/*.png
+
+test:
+	@scripts/install-packages build
+	cmake --preset $(PRESET) >/dev/null
+	cmake --build $(BUILD)
+	ctest --test-dir $(BUILD) --output-on-failure --no-tests=error --timeout $(TEST_TIMEOUT)
+
+bench: PRESET = bench
+bench:
+	@scripts/install-packages build bench
+	cmake --preset $(PRESET) >/dev/null
+	cmake --build $(BUILD) --target pxlcc_bench
+	$(BUILD)/bench/pxlcc_bench $(BENCH_ARGS)
+
+# The program and the library alone, without what only the tests need.
+install: PRESET = install
+install:
+	@scripts/install-packages build
+	cmake --preset $(PRESET) -DCMAKE_INSTALL_PREFIX=$(PREFIX) >/dev/null
+	cmake --build $(BUILD)
+	DESTDIR=$(DESTDIR) cmake --install $(BUILD)
+
+format:
+	scripts/format
+
+format-check:
+	scripts/format --check
+
+clean:
+	rm -rf build out
