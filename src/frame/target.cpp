@@ -4,6 +4,10 @@ namespace pxl {
 
 // The compiler's runtime reads the feature bits once, before any other code of the program runs; this only looks at
 // them.
-Target activeTarget() { return __builtin_cpu_supports("avx2") ? Target::avx2 : Target::sse42; }
+Target activeTarget() {
+    if (processorRuns(Target::avx512)) return Target::avx512;
+    if (processorRuns(Target::avx2)) return Target::avx2;
+    return Target::sse42;
+}
 
 }  // namespace pxl

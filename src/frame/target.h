@@ -3,15 +3,28 @@
 
 namespace pxl {
 
-enum class Target { sse42, avx2 };
+// sse42: one 128-bit block a vector; avx2: two; avx512: four, on processors with the byte permutes (VBMI), which also
+// are those that run 512-bit vectors at full clock.
+enum class Target { sse42, avx2, avx512 };
 
 // Decided by the processor's feature bits alone, the same for the life of the program.
 Target activeTarget();
 
+// Whether this processor (and the system under it) runs a target.
+bool processorRuns(Target target);
+
 // Picks between the constant kernel tables of a family.
 template <class Table>
-const Table& forActiveTarget(const Table& sse42, const Table& avx2) {
-    return activeTarget() == Target::avx2 ? avx2 : sse42;
+const Table& forActiveTarget(const Table& sse42, const Table& avx2, const Table& avx512) {
+    switch (activeTarget()) {
+        case Target::avx512:
+            return avx512;
+        case Target::avx2:
+            return avx2;
+        case Target::sse42:
+            break;
+    }
+    return sse42;
 }
 
 }  // namespace pxl

@@ -6,8 +6,6 @@
 
 namespace pxl {
 
-bool processorRuns(Target target);
-
 // Whole-program, not synchronised: call it while no conversion runs. The target must be one that the processor runs.
 void useTarget(Target target);
 

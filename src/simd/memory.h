@@ -8,25 +8,22 @@ PXL_BEGIN_TARGET
 
 // ---- one channel: consecutive elements
 
-#define PXL_MEMORY_N(N, prefix, whole, E, type, op)                    \
-    PXL_INLINE Vector<E, N> load(Blocks<N>, const E* p) {              \
-        return {prefix##loadu_##op(reinterpret_cast<const type*>(p))}; \
-    }                                                                  \
-    PXL_INLINE void store(Blocks<N>, E* p, Vector<E, N> a) { prefix##storeu_##op(reinterpret_cast<type*>(p), a.v); }
-#define PXL_MEMORY(E)                          \
-    PXL_MEMORY_N(1, _mm_, , E, __m128i, si128) \
-    PXL_MEMORY_256(E)
-#ifdef __AVX2__
-#define PXL_MEMORY_256(E) PXL_MEMORY_N(2, _mm256_, , E, __m256i, si256)
-#else
-#define PXL_MEMORY_256(E)
-#endif
-PXL_MEMORY(Pxl8u)
-PXL_MEMORY(Pxl16u)
-PXL_MEMORY(Pxl16s)
-PXL_MEMORY(Pxl32s)
-PXL_FOR_EACH_N(PXL_MEMORY_N, Pxl32f, float, ps)
-PXL_FOR_EACH_N(PXL_MEMORY_N, Pxl64f, double, pd)
+#define PXL_MEMORY_WHOLE_N(N, prefix, whole, E)                                           \
+    PXL_INLINE Vector<E, N> load(Blocks<N>, const E* p) {                                 \
+        return {prefix##loadu_##whole(reinterpret_cast<const Register<E, N>::Type*>(p))}; \
+    }                                                                                     \
+    PXL_INLINE void store(Blocks<N>, E* p, Vector<E, N> a) {                              \
+        prefix##storeu_##whole(reinterpret_cast<Register<E, N>::Type*>(p), a.v);          \
+    }
+#define PXL_MEMORY_REAL_N(N, prefix, whole, E, op)                                          \
+    PXL_INLINE Vector<E, N> load(Blocks<N>, const E* p) { return {prefix##loadu_##op(p)}; } \
+    PXL_INLINE void store(Blocks<N>, E* p, Vector<E, N> a) { prefix##storeu_##op(p, a.v); }
+PXL_FOR_EACH_N(PXL_MEMORY_WHOLE_N, Pxl8u)
+PXL_FOR_EACH_N(PXL_MEMORY_WHOLE_N, Pxl16u)
+PXL_FOR_EACH_N(PXL_MEMORY_WHOLE_N, Pxl16s)
+PXL_FOR_EACH_N(PXL_MEMORY_WHOLE_N, Pxl32s)
+PXL_FOR_EACH_N(PXL_MEMORY_REAL_N, Pxl32f, ps)
+PXL_FOR_EACH_N(PXL_MEMORY_REAL_N, Pxl64f, pd)
 
 template <class E>
 PXL_INLINE Vector<E, 1> load(Part part, const E* p) {
@@ -42,27 +39,106 @@ PXL_INLINE void store(Part part, E* p, Vector<E, 1> a) {
     __builtin_memcpy(p, lanes, sizeof(E) * static_cast<size_t>(part.count));
 }
 
-// ---- blocks apart: block i of `piece` kIndex of every group of kPieces blocks
+// ---- pixels of k vectors: block i of the r-th vector holds the 16 bytes from p + 16 * (k * i + r)
+//
+// In memory order the k * N blocks of k vectors stand as 0, k, 2k ... | 1, k + 1 ... | ...; these rearrange whole
+// blocks.
 
-// A vector of which block i comes from p + 16 * (kIndex + kPieces * i).
-template <int kIndex, int kPieces>
-PXL_INLINE U8<1> loadApart(Blocks<1>, const Pxl8u* p) {
-    return load(Blocks<1>{}, p + 16 * kIndex);
+template <int k>
+PXL_INLINE void loadBlocks(Blocks<1> all, const Pxl8u* p, U8<1> (&a)[k]) {
+    for (int r = 0; r < k; ++r) a[r] = load(all, p + 16 * r);
+}
+template <int k>
+PXL_INLINE void storeBlocks(Blocks<1> all, Pxl8u* p, const U8<1> (&a)[k]) {
+    for (int r = 0; r < k; ++r) store(all, p + 16 * r, a[r]);
 }
 
-#ifdef __AVX2__
-template <int kIndex, int kPieces>
-PXL_INLINE U8<2> loadApart(Blocks<2>, const Pxl8u* p) {
-    const U8<1> low = load(Blocks<1>{}, p + 16 * kIndex);
-    const U8<1> high = load(Blocks<1>{}, p + 16 * (kIndex + kPieces));
-    return {_mm256_inserti128_si256(_mm256_castsi128_si256(low.v), high.v, 1)};
+#if PXL_BLOCKS == 2
+// The blocks a.i and b.j.
+template <int i, int j>
+PXL_INLINE U8<2> twoBlocks(U8<2> a, U8<2> b) {
+    if constexpr (i == 0 && j == 1) return {_mm256_blend_epi32(a.v, b.v, 0xF0)};
+    return {_mm256_permute2x128_si256(a.v, b.v, i + 16 * (2 + j))};
 }
 
-// Two vectors as four blocks, rearranged: first.0, second.0 and first.1, second.1.
-PXL_INLINE U8<2> lowBlocks(U8<2> a, U8<2> b) { return {_mm256_permute2x128_si256(a.v, b.v, 0x20)}; }
-PXL_INLINE U8<2> highBlocks(U8<2> a, U8<2> b) { return {_mm256_permute2x128_si256(a.v, b.v, 0x31)}; }
-// a.0, b.1
-PXL_INLINE U8<2> outerBlocks(U8<2> a, U8<2> b) { return {_mm256_blend_epi32(a.v, b.v, 0xF0)}; }
+PXL_INLINE void loadBlocks(Blocks<2> all, const Pxl8u* p, U8<2> (&a)[2]) {
+    const auto m0 = load(all, p), m1 = load(all, p + 32);
+    a[0] = twoBlocks<0, 0>(m0, m1);
+    a[1] = twoBlocks<1, 1>(m0, m1);
+}
+PXL_INLINE void loadBlocks(Blocks<2> all, const Pxl8u* p, U8<2> (&a)[3]) {
+    const auto m0 = load(all, p), m1 = load(all, p + 32), m2 = load(all, p + 64);
+    a[0] = twoBlocks<0, 1>(m0, m1);
+    a[1] = twoBlocks<1, 0>(m0, m2);
+    a[2] = twoBlocks<0, 1>(m1, m2);
+}
+PXL_INLINE void loadBlocks(Blocks<2> all, const Pxl8u* p, U8<2> (&a)[4]) {
+    const auto m0 = load(all, p), m1 = load(all, p + 32), m2 = load(all, p + 64), m3 = load(all, p + 96);
+    a[0] = twoBlocks<0, 0>(m0, m2);
+    a[1] = twoBlocks<1, 1>(m0, m2);
+    a[2] = twoBlocks<0, 0>(m1, m3);
+    a[3] = twoBlocks<1, 1>(m1, m3);
+}
+PXL_INLINE void storeBlocks(Blocks<2> all, Pxl8u* p, const U8<2> (&a)[2]) {
+    store(all, p, twoBlocks<0, 0>(a[0], a[1]));
+    store(all, p + 32, twoBlocks<1, 1>(a[0], a[1]));
+}
+PXL_INLINE void storeBlocks(Blocks<2> all, Pxl8u* p, const U8<2> (&a)[3]) {
+    store(all, p, twoBlocks<0, 0>(a[0], a[1]));
+    store(all, p + 32, twoBlocks<0, 1>(a[2], a[0]));
+    store(all, p + 64, twoBlocks<1, 1>(a[1], a[2]));
+}
+PXL_INLINE void storeBlocks(Blocks<2> all, Pxl8u* p, const U8<2> (&a)[4]) {
+    store(all, p, twoBlocks<0, 0>(a[0], a[1]));
+    store(all, p + 32, twoBlocks<0, 0>(a[2], a[3]));
+    store(all, p + 64, twoBlocks<1, 1>(a[0], a[1]));
+    store(all, p + 96, twoBlocks<1, 1>(a[2], a[3]));
+}
+#elif PXL_BLOCKS == 4
+// Four blocks out of the eight of a and b: i in 0..3 is a.i, 4..7 is b.(i - 4).
+template <int i, int j, int k, int l>
+PXL_INLINE U8<4> fourBlocks(U8<4> a, U8<4> b) {
+    const __m512i order = _mm512_setr_epi64(2 * i, 2 * i + 1, 2 * j, 2 * j + 1, 2 * k, 2 * k + 1, 2 * l, 2 * l + 1);
+    return {_mm512_permutex2var_epi64(a.v, order, b.v)};
+}
+
+PXL_INLINE void loadBlocks(Blocks<4> all, const Pxl8u* p, U8<4> (&a)[2]) {
+    const auto m0 = load(all, p), m1 = load(all, p + 64);
+    a[0] = fourBlocks<0, 2, 4, 6>(m0, m1);
+    a[1] = fourBlocks<1, 3, 5, 7>(m0, m1);
+}
+PXL_INLINE void loadBlocks(Blocks<4> all, const Pxl8u* p, U8<4> (&a)[3]) {
+    const auto m0 = load(all, p), m1 = load(all, p + 64), m2 = load(all, p + 128);
+    a[0] = fourBlocks<0, 1, 2, 5>(fourBlocks<0, 3, 6, 6>(m0, m1), m2);
+    a[1] = fourBlocks<0, 1, 2, 6>(fourBlocks<1, 4, 7, 7>(m0, m1), m2);
+    a[2] = fourBlocks<0, 1, 4, 7>(fourBlocks<2, 5, 5, 5>(m0, m1), m2);
+}
+PXL_INLINE void loadBlocks(Blocks<4> all, const Pxl8u* p, U8<4> (&a)[4]) {
+    const auto m0 = load(all, p), m1 = load(all, p + 64), m2 = load(all, p + 128), m3 = load(all, p + 192);
+    const auto low01 = fourBlocks<0, 4, 1, 5>(m0, m1), high01 = fourBlocks<2, 6, 3, 7>(m0, m1);
+    const auto low23 = fourBlocks<0, 4, 1, 5>(m2, m3), high23 = fourBlocks<2, 6, 3, 7>(m2, m3);
+    a[0] = fourBlocks<0, 1, 4, 5>(low01, low23);
+    a[1] = fourBlocks<2, 3, 6, 7>(low01, low23);
+    a[2] = fourBlocks<0, 1, 4, 5>(high01, high23);
+    a[3] = fourBlocks<2, 3, 6, 7>(high01, high23);
+}
+PXL_INLINE void storeBlocks(Blocks<4> all, Pxl8u* p, const U8<4> (&a)[2]) {
+    store(all, p, fourBlocks<0, 4, 1, 5>(a[0], a[1]));
+    store(all, p + 64, fourBlocks<2, 6, 3, 7>(a[0], a[1]));
+}
+PXL_INLINE void storeBlocks(Blocks<4> all, Pxl8u* p, const U8<4> (&a)[3]) {
+    store(all, p, fourBlocks<0, 1, 4, 2>(fourBlocks<0, 4, 1, 1>(a[0], a[1]), a[2]));
+    store(all, p + 64, fourBlocks<0, 1, 2, 6>(fourBlocks<0, 5, 1, 1>(a[1], a[2]), a[0]));
+    store(all, p + 128, fourBlocks<4, 0, 1, 5>(fourBlocks<3, 7, 7, 7>(a[0], a[1]), a[2]));
+}
+PXL_INLINE void storeBlocks(Blocks<4> all, Pxl8u* p, const U8<4> (&a)[4]) {
+    const auto low01 = fourBlocks<0, 4, 1, 5>(a[0], a[1]), high01 = fourBlocks<2, 6, 3, 7>(a[0], a[1]);
+    const auto low23 = fourBlocks<0, 4, 1, 5>(a[2], a[3]), high23 = fourBlocks<2, 6, 3, 7>(a[2], a[3]);
+    store(all, p, fourBlocks<0, 1, 4, 5>(low01, low23));
+    store(all, p + 64, fourBlocks<2, 3, 6, 7>(low01, low23));
+    store(all, p + 128, fourBlocks<0, 1, 4, 5>(high01, high23));
+    store(all, p + 192, fourBlocks<2, 3, 6, 7>(high01, high23));
+}
 #endif
 
 // ---- three channels: 16 * N pixels of three bytes, block i of each channel from p + 48 * i
@@ -113,30 +189,18 @@ PXL_INLINE Channels3<U8<N>> interleave3(Channels3<U8<N>> px) {
     return {everyThird(c0, c1, c2), everyThird(c1, c2, c0), everyThird(c2, c0, c1)};
 }
 
-PXL_INLINE Channels3<U8<1>> load3(Blocks<1> all, const Pxl8u* p) {
-    return separate3(load(all, p), load(all, p + 16), load(all, p + 32));
+template <int N>
+PXL_INLINE Channels3<U8<N>> load3(Blocks<N> all, const Pxl8u* p) {
+    U8<N> a[3];
+    loadBlocks(all, p, a);
+    return separate3(a[0], a[1], a[2]);
 }
 
-PXL_INLINE void store3(Blocks<1> all, Pxl8u* p, Channels3<U8<1>> px) {
+template <int N>
+PXL_INLINE void store3(Blocks<N> all, Pxl8u* p, Channels3<U8<N>> px) {
     const auto bytes = interleave3(px);
-    store(all, p, bytes.c0);
-    store(all, p + 16, bytes.c1);
-    store(all, p + 32, bytes.c2);
+    storeBlocks(all, p, {bytes.c0, bytes.c1, bytes.c2});
 }
-
-#ifdef __AVX2__
-PXL_INLINE Channels3<U8<2>> load3(Blocks<2> all, const Pxl8u* p) {
-    const auto a = load(all, p), b = load(all, p + 32), c = load(all, p + 64);
-    return separate3(outerBlocks(a, b), U8<2>{_mm256_permute2x128_si256(a.v, c.v, 0x21)}, outerBlocks(b, c));
-}
-
-PXL_INLINE void store3(Blocks<2> all, Pxl8u* p, Channels3<U8<2>> px) {
-    const auto bytes = interleave3(px);
-    store(all, p, lowBlocks(bytes.c0, bytes.c1));
-    store(all, p + 32, outerBlocks(bytes.c2, bytes.c0));
-    store(all, p + 64, highBlocks(bytes.c1, bytes.c2));
-}
-#endif
 
 // ---- four channels: 16 * N pixels of four bytes, block i of each channel from p + 64 * i
 
@@ -163,51 +227,30 @@ PXL_INLINE Channels4<U8<N>> interleave4(Channels4<U8<N>> px) {
 
 template <int N>
 PXL_INLINE Channels4<U8<N>> load4(Blocks<N> all, const Pxl8u* p) {
-    return separate4(loadApart<0, 4>(all, p), loadApart<1, 4>(all, p), loadApart<2, 4>(all, p),
-                     loadApart<3, 4>(all, p));
+    U8<N> a[4];
+    loadBlocks(all, p, a);
+    return separate4(a[0], a[1], a[2], a[3]);
 }
 
-PXL_INLINE void store4(Blocks<1> all, Pxl8u* p, Channels4<U8<1>> px) {
+template <int N>
+PXL_INLINE void store4(Blocks<N> all, Pxl8u* p, Channels4<U8<N>> px) {
     const auto bytes = interleave4(px);
-    store(all, p, bytes.c0);
-    store(all, p + 16, bytes.c1);
-    store(all, p + 32, bytes.c2);
-    store(all, p + 48, bytes.c3);
+    storeBlocks(all, p, {bytes.c0, bytes.c1, bytes.c2, bytes.c3});
 }
-
-#ifdef __AVX2__
-PXL_INLINE void store4(Blocks<2> all, Pxl8u* p, Channels4<U8<2>> px) {
-    const auto bytes = interleave4(px);
-    store(all, p, lowBlocks(bytes.c0, bytes.c1));
-    store(all, p + 32, lowBlocks(bytes.c2, bytes.c3));
-    store(all, p + 64, highBlocks(bytes.c0, bytes.c1));
-    store(all, p + 96, highBlocks(bytes.c2, bytes.c3));
-}
-#endif
-
-// Bytes of the fourth channel alone.
-alignas(16) constexpr Bytes16 kFourthBytes = {{0, 0, 0, 255, 0, 0, 0, 255, 0, 0, 0, 255, 0, 0, 0, 255}};
 
 // The first three channels; the fourth keeps the value that it has in memory.
-PXL_INLINE void store3Keep4th(Blocks<1> all, Pxl8u* p, Channels3<U8<1>> px) {
-    const auto bytes = interleave4(Channels4<U8<1>>{px.c0, px.c1, px.c2, px.c2});
-    const auto fourth = pattern<1>(kFourthBytes);
-    store(all, p, choose(fourth, bytes.c0, load(all, p)));
-    store(all, p + 16, choose(fourth, bytes.c1, load(all, p + 16)));
-    store(all, p + 32, choose(fourth, bytes.c2, load(all, p + 32)));
-    store(all, p + 48, choose(fourth, bytes.c3, load(all, p + 48)));
-}
+alignas(16) constexpr Bytes16 kFourthBytes = {{0, 0, 0, 255, 0, 0, 0, 255, 0, 0, 0, 255, 0, 0, 0, 255}};
 
-#ifdef __AVX2__
-PXL_INLINE void store3Keep4th(Blocks<2> all, Pxl8u* p, Channels3<U8<2>> px) {
-    const auto bytes = interleave4(Channels4<U8<2>>{px.c0, px.c1, px.c2, px.c2});
-    const auto fourth = pattern<2>(kFourthBytes);
-    store(all, p, choose(fourth, lowBlocks(bytes.c0, bytes.c1), load(all, p)));
-    store(all, p + 32, choose(fourth, lowBlocks(bytes.c2, bytes.c3), load(all, p + 32)));
-    store(all, p + 64, choose(fourth, highBlocks(bytes.c0, bytes.c1), load(all, p + 64)));
-    store(all, p + 96, choose(fourth, highBlocks(bytes.c2, bytes.c3), load(all, p + 96)));
+template <int N>
+PXL_INLINE void store3Keep4th(Blocks<N> all, Pxl8u* p, Channels3<U8<N>> px) {
+    const auto bytes = interleave4(Channels4<U8<N>>{px.c0, px.c1, px.c2, px.c2});
+    const auto fourth = pattern<N>(kFourthBytes);
+    U8<N> old[4];
+    loadBlocks(all, p, old);
+    storeBlocks(all, p,
+                {choose(fourth, bytes.c0, old[0]), choose(fourth, bytes.c1, old[1]), choose(fourth, bytes.c2, old[2]),
+                 choose(fourth, bytes.c3, old[3])});
 }
-#endif
 
 // ---- part of a block: through a block-sized buffer
 

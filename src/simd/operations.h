@@ -42,8 +42,10 @@ struct alignas(16) Bytes16 {
 template <int N>
 PXL_INLINE U8<N> pattern(const Bytes16& bytes) {
     const __m128i block = _mm_load_si128(reinterpret_cast<const __m128i*>(bytes.byte));
-#ifdef __AVX2__
+#if PXL_BLOCKS == 2
     if constexpr (N == 2) return {_mm256_broadcastsi128_si256(block)};
+#elif PXL_BLOCKS == 4
+    if constexpr (N == 4) return {_mm512_broadcast_i32x4(block)};
 #endif
     if constexpr (N == 1) return {block};
 }
@@ -125,7 +127,18 @@ PXL_BINARY(maximum, F32, max_ps)
 PXL_BINARY(add, F64, add_pd)
 PXL_BINARY(sub, F64, sub_pd)
 PXL_BINARY(mul, F64, mul_pd)
-PXL_UNARY(reciprocalEstimate, F32, F32, rcp_ps)  // 12 bits; the value is the same at every N
+
+// 12 bits; the instruction of 128 and 256 bits at every N, because the one of 512 bits gives other values.
+PXL_INLINE F32<1> reciprocalEstimate(F32<1> a) { return {_mm_rcp_ps(a.v)}; }
+#if PXL_BLOCKS == 2
+PXL_INLINE F32<2> reciprocalEstimate(F32<2> a) { return {_mm256_rcp_ps(a.v)}; }
+#elif PXL_BLOCKS == 4
+PXL_INLINE F32<4> reciprocalEstimate(F32<4> a) {
+    const __m256 low = _mm256_rcp_ps(_mm512_castps512_ps256(a.v));
+    const __m256 high = _mm256_rcp_ps(_mm512_extractf32x8_ps(a.v, 1));
+    return {_mm512_insertf32x8(_mm512_castps256_ps512(low), high, 1)};
+}
+#endif
 
 // a[2i] * b[2i] + a[2i + 1] * b[2i + 1]
 #define PXL_PAIR_SUMS_N(N, prefix, whole, op8, op16)                                                            \
@@ -161,16 +174,35 @@ PXL_FOR_EACH_N(PXL_LOGIC_N, I32)
 // choose(mask, a, b): b where the mask is set, a elsewhere.
 #define PXL_CHOOSE_N(N, prefix, whole, A, op) \
     PXL_INLINE A<N> choose(A<N> mask, A<N> a, A<N> b) { return {prefix##op(a.v, b.v, mask.v)}; }
-PXL_FOR_EACH_N(PXL_CHOOSE_N, U8, blendv_epi8)
-PXL_FOR_EACH_N(PXL_CHOOSE_N, I16, blendv_epi8)
-PXL_FOR_EACH_N(PXL_CHOOSE_N, I32, blendv_epi8)
-PXL_FOR_EACH_N(PXL_CHOOSE_N, F32, blendv_ps)
+#define PXL_COMPARE_N(N, prefix, whole, name, A, op) \
+    PXL_INLINE A<N> name(A<N> a, A<N> b) { return {prefix##op(a.v, b.v)}; }
+#if PXL_BLOCKS == 4
+// Vectors of 512 bits keep masks in registers of their own; here they are vectors like everywhere else, and the
+// compiler sees through the detour.
+#define PXL_CHOOSE(A, op, toMask, blend) \
+    PXL_CHOOSE_N(1, _mm_, si128, A, op)  \
+    PXL_INLINE A<4> choose(A<4> mask, A<4> a, A<4> b) { return {_mm512_mask_##blend(toMask(mask), a.v, b.v)}; }
+#define PXL_COMPARE(name, A, op, kind, width)         \
+    PXL_COMPARE_N(1, _mm_, si128, name, A, op##width) \
+    PXL_INLINE A<4> name(A<4> a, A<4> b) { return {_mm512_movm_##width(_mm512_##op##width##kind(a.v, b.v))}; }
+PXL_INLINE __mmask64 byteMask(U8<4> a) { return _mm512_movepi8_mask(a.v); }
+PXL_INLINE __mmask64 byteMask(I16<4> a) { return _mm512_movepi8_mask(a.v); }
+PXL_INLINE __mmask64 byteMask(I32<4> a) { return _mm512_movepi8_mask(a.v); }
+PXL_INLINE __mmask16 floatMask(F32<4> a) { return _mm512_movepi32_mask(_mm512_castps_si512(a.v)); }
+#else
+#define PXL_CHOOSE(A, op, toMask, blend) PXL_FOR_EACH_N(PXL_CHOOSE_N, A, op)
+#define PXL_COMPARE(name, A, op, kind, width) PXL_FOR_EACH_N(PXL_COMPARE_N, name, A, op##width)
+#endif
+PXL_CHOOSE(U8, blendv_epi8, byteMask, blend_epi8)
+PXL_CHOOSE(I16, blendv_epi8, byteMask, blend_epi8)
+PXL_CHOOSE(I32, blendv_epi8, byteMask, blend_epi8)
+PXL_CHOOSE(F32, blendv_ps, floatMask, blend_ps)
 
-PXL_BINARY(equal, U8, cmpeq_epi8)
-PXL_BINARY(equal, I16, cmpeq_epi16)
-PXL_BINARY(equal, I32, cmpeq_epi32)
-PXL_BINARY(greater, I16, cmpgt_epi16)
-PXL_BINARY(greater, I32, cmpgt_epi32)
+PXL_COMPARE(equal, U8, cmpeq_, _mask, epi8)
+PXL_COMPARE(equal, I16, cmpeq_, _mask, epi16)
+PXL_COMPARE(equal, I32, cmpeq_, _mask, epi32)
+PXL_COMPARE(greater, I16, cmpgt_, _mask, epi16)
+PXL_COMPARE(greater, I32, cmpgt_, _mask, epi32)
 
 // ---- between widths, inside each block
 

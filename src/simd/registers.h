@@ -9,7 +9,7 @@
 
 #include "frame/rows.h"
 
-// PXL_TARGET (sse42 or avx2) is set by the build for each kernel file.
+// PXL_TARGET (sse42, avx2 or avx512) is set by the build for each kernel file.
 #define PXL_BEGIN_TARGET \
     namespace pxl {      \
     namespace PXL_TARGET {
@@ -23,18 +23,21 @@ PXL_BEGIN_TARGET
 
 // X(N, prefix, whole, ...) for every number of blocks that the target has; `whole` is the suffix of the intrinsics that
 // take all bits as one.
-#ifdef __AVX2__
+#if defined(__AVX512BW__)
+#define PXL_BLOCKS 4
+#define PXL_FOR_WIDEST_N(X, ...) X(4, _mm512_, si512, __VA_ARGS__)
+#define PXL_FOR_EACH_N(X, ...) X(1, _mm_, si128, __VA_ARGS__) X(4, _mm512_, si512, __VA_ARGS__)
+#elif defined(__AVX2__)
+#define PXL_BLOCKS 2
+#define PXL_FOR_WIDEST_N(X, ...) X(2, _mm256_, si256, __VA_ARGS__)
 #define PXL_FOR_EACH_N(X, ...) X(1, _mm_, si128, __VA_ARGS__) X(2, _mm256_, si256, __VA_ARGS__)
 #else
+#define PXL_BLOCKS 1
 #define PXL_FOR_EACH_N(X, ...) X(1, _mm_, si128, __VA_ARGS__)
 #endif
 
-// How many blocks the target's widest vector has.
-#ifdef __AVX2__
-constexpr int kBlocks = 2;
-#else
-constexpr int kBlocks = 1;
-#endif
+// How many blocks the target's widest vector has. Every target has vectors of one block too.
+constexpr int kBlocks = PXL_BLOCKS;
 
 template <class Element, int N>
 struct Register;
@@ -52,7 +55,7 @@ struct Register<Pxl64f, 1> {
     using Type = __m128d;
 };
 
-#ifdef __AVX2__
+#if PXL_BLOCKS == 2
 template <class Element>
 struct Register<Element, 2> {
     using Type = __m256i;
@@ -64,6 +67,19 @@ struct Register<Pxl32f, 2> {
 template <>
 struct Register<Pxl64f, 2> {
     using Type = __m256d;
+};
+#elif PXL_BLOCKS == 4
+template <class Element>
+struct Register<Element, 4> {
+    using Type = __m512i;
+};
+template <>
+struct Register<Pxl32f, 4> {
+    using Type = __m512;
+};
+template <>
+struct Register<Pxl64f, 4> {
+    using Type = __m512d;
 };
 #endif
 

@@ -10,7 +10,9 @@ using namespace pxl;
 
 namespace {
 
-const Ycbcr444Kernels& kernels() { return forActiveTarget(sse42::kYcbcr444Kernels, avx2::kYcbcr444Kernels); }
+const Ycbcr444Kernels& kernels() {
+    return forActiveTarget(sse42::kYcbcr444Kernels, avx2::kYcbcr444Kernels, avx512::kYcbcr444Kernels);
+}
 
 // The shapes that several functions share; the checks stand in each function.
 

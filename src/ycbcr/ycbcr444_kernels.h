@@ -39,5 +39,8 @@ extern const Ycbcr444Kernels kYcbcr444Kernels;
 namespace avx2 {
 extern const Ycbcr444Kernels kYcbcr444Kernels;
 }
+namespace avx512 {
+extern const Ycbcr444Kernels kYcbcr444Kernels;
+}
 
 }  // namespace pxl
