@@ -128,8 +128,8 @@ PXL_INLINE void storeBlocks(Blocks<4> all, Pxl8u* p, const U8<4> (&a)[2]) {
 }
 PXL_INLINE void storeBlocks(Blocks<4> all, Pxl8u* p, const U8<4> (&a)[3]) {
     store(all, p, fourBlocks<0, 1, 4, 2>(fourBlocks<0, 4, 1, 1>(a[0], a[1]), a[2]));
-    store(all, p + 64, fourBlocks<0, 1, 2, 6>(fourBlocks<0, 5, 1, 1>(a[1], a[2]), a[0]));
-    store(all, p + 128, fourBlocks<4, 0, 1, 5>(fourBlocks<3, 7, 7, 7>(a[0], a[1]), a[2]));
+    store(all, p + 64, fourBlocks<0, 1, 6, 2>(fourBlocks<1, 5, 2, 2>(a[1], a[2]), a[0]));
+    store(all, p + 128, fourBlocks<6, 0, 1, 7>(fourBlocks<3, 7, 7, 7>(a[0], a[1]), a[2]));
 }
 PXL_INLINE void storeBlocks(Blocks<4> all, Pxl8u* p, const U8<4> (&a)[4]) {
     const auto low01 = fourBlocks<0, 4, 1, 5>(a[0], a[1]), high01 = fourBlocks<2, 6, 3, 7>(a[0], a[1]);
