@@ -1,0 +1,39 @@
+// Calling an export of the catalogue on images.
+#pragma once
+
+#include <functional>
+#include <string>
+#include <vector>
+
+#include "image.h"
+
+namespace pxl::tool {
+
+// The export of that name; the error names the nearest ones. The leading "pxli" may be left out.
+const catalog::Export& exportNamed(const std::string& name);
+
+// What an export may need besides images.
+struct Extras {
+    double alpha = 0;
+    std::vector<double> weights;  // empty: the function's own
+    std::vector<float> matrix;
+    double rangeLow = 0;
+    double rangeHigh = 1;
+};
+
+// The largest value of an integer type, 1 of a float: an opaque alpha.
+double opaque(Element element);
+
+// In-place functions read and write `destination` only. The size is that of `destination`.
+PxlStatus apply(const catalog::Export& function, const Image& source, Image& destination, const Extras& extras = {});
+// The same, but anything else than success or the odd-size warning is an error.
+PxlStatus applyOrFail(const catalog::Export& function, const Image& source, Image& destination,
+                      const Extras& extras = {});
+
+// "pxlStatusBadSize (-6): ..."
+std::string statusText(PxlStatus status);
+
+// Nanoseconds of the fastest of `repeats` runs.
+double fastestNanoseconds(int repeats, const std::function<void()>& run);
+
+}  // namespace pxl::tool

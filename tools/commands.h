@@ -1,0 +1,12 @@
+// The commands of the program: each adds itself, its arguments and its help to the command line.
+#pragma once
+
+#include <CLI/CLI.hpp>
+
+namespace pxl::tool {
+
+void addInfo(CLI::App& program);
+void addList(CLI::App& program);
+void addRun(CLI::App& program);
+
+}  // namespace pxl::tool

@@ -1,0 +1,82 @@
+// pxlcc info and pxlcc list.
+#include <algorithm>
+#include <cctype>
+#include <cstring>
+#include <iomanip>
+#include <iostream>
+
+#include "call.h"
+#include "commands.h"
+#include "error.h"
+#include "pxlcore.h"
+
+namespace pxl::tool {
+
+namespace {
+
+void info() {
+    const PxlLibraryVersion& version = *pxlccGetLibVersion();
+    std::cout << "library         " << version.Name << '\n'
+              << "version         " << version.Version << ", numbers " << version.major << '.' << version.minor << '.'
+              << version.majorBuild << '.' << version.build << '\n'
+              << "build date      " << version.BuildDate << '\n'
+              << "variant         " << std::string(version.targetCpu, strnlen(version.targetCpu, 4)) << '\n'
+              << "exports         " << catalog::all().size() << '\n';
+
+    std::cout << "processor has  ";
+    const auto feature = [](const char* name, bool present) {
+        if (present) std::cout << ' ' << name;
+    };
+    feature("SSSE3", __builtin_cpu_supports("ssse3"));
+    feature("SSE4.2", __builtin_cpu_supports("sse4.2"));
+    feature("AVX", __builtin_cpu_supports("avx"));
+    feature("AVX2", __builtin_cpu_supports("avx2"));
+    feature("AVX-512BW", __builtin_cpu_supports("avx512bw"));
+    feature("AVX-512VBMI", __builtin_cpu_supports("avx512vbmi"));
+    // The library chooses by the same bit.
+    std::cout << "\nkernels in use  " << (__builtin_cpu_supports("avx2") ? "AVX2 (256 bits)" : "SSE4.2 (128 bits)")
+              << '\n';
+
+    int cache = 0;
+    if (pxlGetMaxCacheSizeB(&cache) == pxlStatusOk)
+        std::cout << "largest cache   " << cache << " bytes (" << cache / 1024 << " KiB)\n";
+}
+
+bool contains(std::string_view text, std::string_view part) {
+    const auto same = [](unsigned char a, unsigned char b) { return std::tolower(a) == std::tolower(b); };
+    return std::search(text.begin(), text.end(), part.begin(), part.end(), same) != text.end();
+}
+
+void list(const std::string& text) {
+    std::string_view family;
+    for (const auto& function : catalog::all()) {
+        if (!contains(function.name, text) && !contains(function.summary, text) && !contains(function.family, text))
+            continue;
+        if (function.family != family) {
+            std::cout << (family.empty() ? "" : "\n") << function.family << '\n';
+            family = function.family;
+        }
+        const std::string layouts = function.inPlace
+                                        ? "in place, " + describe(function.destination)
+                                        : describe(function.source) + " -> " + describe(function.destination);
+        std::cout << "  " << std::left << std::setw(46) << function.name << "  " << std::setw(36) << layouts << "  "
+                  << function.summary << '\n';
+    }
+    if (family.empty()) fail("no export, summary or family contains \"", text, "\"");
+}
+
+}  // namespace
+
+void addInfo(CLI::App& program) {
+    program.add_subcommand("info", "Show the version record, the processor's features and the kernels in use")
+        ->callback(info);
+}
+
+void addList(CLI::App& program) {
+    auto* command = program.add_subcommand("list", "List the exports: name, layouts and one line each");
+    auto text = std::make_shared<std::string>();
+    command->add_option("TEXT", *text, "Only exports whose name, summary or family contains this");
+    command->callback([text] { list(*text); });
+}
+
+}  // namespace pxl::tool

@@ -1,0 +1,72 @@
+// Binary PGM (P5) and PPM (P6) with 8- or 16-bit samples.
+#include <cctype>
+
+#include "error.h"
+#include "pictures.h"
+
+namespace pxl::tool {
+
+namespace {
+
+// The next number of the header; takes the one blank that ends it. Comments run from # to the end of the line.
+int number(Input& input) {
+    char c = 0;
+    const auto next = [&] {
+        if (input.read(&c, 1) != 1) fail(input.name(), ": the PNM header ends too early");
+    };
+    for (next(); std::isspace(static_cast<unsigned char>(c)) || c == '#'; next())
+        if (c == '#')
+            while (c != '\n') next();
+    int value = 0;
+    for (; std::isdigit(static_cast<unsigned char>(c)); next()) {
+        if (value > 100'000'000) fail(input.name(), ": a number in the PNM header is too large");
+        value = value * 10 + (c - '0');
+    }
+    if (!std::isspace(static_cast<unsigned char>(c)) || value == 0) fail(input.name(), ": not a valid PNM header");
+    return value;
+}
+
+// PNM stores the high byte first.
+void swapBytes(std::uint8_t* bytes, std::int64_t count) {
+    for (std::int64_t i = 0; i + 1 < count; i += 2) std::swap(bytes[i], bytes[i + 1]);
+}
+
+}  // namespace
+
+Image readPnm(Input& input) {
+    char magic[2] = {};
+    if (input.read(magic, 2) != 2 || magic[0] != 'P' || (magic[1] != '5' && magic[1] != '6'))
+        fail(input.name(), ": only binary PGM (P5) and PPM (P6) are read");
+    const int width = number(input);
+    const int height = number(input);
+    const int maximum = number(input);
+    if (maximum != 255 && maximum != 65535)
+        fail(input.name(), ": a largest value of ", maximum, "; only 255 and 65535 are read");
+    Image picture(pictureShape(maximum == 255 ? Element::u8 : Element::u16, magic[1] == '5' ? 1 : 3), {width, height});
+    const auto plane = picture.plane(0);
+    const auto got = static_cast<std::int64_t>(input.read(plane.first, static_cast<std::size_t>(plane.bytes())));
+    if (got != plane.bytes())
+        fail(input.name(), ": truncated, ", got, " of ", plane.bytes(), " bytes of samples are there");
+    if (maximum == 65535) swapBytes(plane.first, plane.bytes());
+    return picture;
+}
+
+void writePnm(Output& output, const Image& picture) {
+    const auto& shape = picture.shape().planes[0];
+    if (shape.channels == 4) fail("PPM has no fourth channel: write a PNG");
+    const bool wide = shape.element == Element::u16;
+    const std::string header = std::string(shape.channels == 1 ? "P5\n" : "P6\n") +
+                               std::to_string(picture.size().width) + " " + std::to_string(picture.size().height) +
+                               (wide ? "\n65535\n" : "\n255\n");
+    output.write(header.data(), header.size());
+    const auto plane = picture.plane(0);
+    if (!wide) return output.write(plane.first, static_cast<std::size_t>(plane.bytes()));
+    std::vector<std::uint8_t> row;
+    for (std::int64_t y = 0; y < plane.rows; ++y) {
+        row.assign(plane.row(y), plane.row(y) + plane.rowBytes);
+        swapBytes(row.data(), plane.rowBytes);
+        output.write(row.data(), row.size());
+    }
+}
+
+}  // namespace pxl::tool
