@@ -8,6 +8,7 @@
 #include "call.h"
 #include "commands.h"
 #include "error.h"
+#include "frame/target.h"
 #include "pxlcore.h"
 
 namespace pxl::tool {
@@ -33,9 +34,8 @@ void info() {
     feature("AVX2", __builtin_cpu_supports("avx2"));
     feature("AVX-512BW", __builtin_cpu_supports("avx512bw"));
     feature("AVX-512VBMI", __builtin_cpu_supports("avx512vbmi"));
-    // The library chooses by the same bit.
-    std::cout << "\nkernels in use  " << (__builtin_cpu_supports("avx2") ? "AVX2 (256 bits)" : "SSE4.2 (128 bits)")
-              << '\n';
+    static constexpr const char* kTargets[] = {"SSE4.2, 128 bits", "AVX2, 256 bits", "AVX-512, 512 bits"};
+    std::cout << "\nkernels in use  " << kTargets[static_cast<int>(activeTarget())] << '\n';
 
     int cache = 0;
     if (pxlGetMaxCacheSizeB(&cache) == pxlStatusOk)

@@ -1,0 +1,90 @@
+#!/usr/bin/env bash
+# Runs the program as a user would. Usage: tool_test.sh PROGRAM (or: tool_test.sh EMULATOR ARGUMENTS ... PROGRAM)
+set -uo pipefail
+program=("$@")
+work=$(mktemp -d)
+trap 'rm -rf "$work"' EXIT
+cd "$work" || exit 1
+failures=0
+
+pxlcc() { "${program[@]}" "$@"; }
+wrong() { echo "WRONG: $*"; failures=$((failures + 1)); }
+
+# The command succeeds and says nothing on standard error.
+works() {
+    pxlcc "$@" >stdout 2>stderr || wrong "exit status $? of: $*: $(cat stderr)"
+    [ ! -s stderr ] || wrong "standard error of: $*: $(cat stderr)"
+}
+
+# fails PATTERN ARGUMENTS: exits with 1 or 2, says one line that matches the pattern, makes and changes no file.
+fails() {
+    local pattern=$1 before after status
+    shift
+    before=$(ls -lR --time-style=full-iso)
+    pxlcc "$@" >/dev/null 2>"$work.stderr"
+    status=$?
+    after=$(ls -lR --time-style=full-iso)
+    [ $status = 1 ] || [ $status = 2 ] || wrong "exit status $status of: $*"
+    [ "$(wc -l <"$work.stderr")" = 1 ] && grep -q -- "$pattern" "$work.stderr" || wrong "message of: $*: $(cat "$work.stderr")"
+    [ "$before" = "$after" ] || wrong "files changed by: $*"
+    rm -f "$work.stderr"
+}
+
+same() { cmp "$1" "$2" || wrong "$1 and $2 differ"; }
+bytes() { for byte in "$@"; do printf "\\x$(printf %x "$byte")"; done; }
+
+# A picture of 19 x 10 pixels: more than a group wide, with a tail.
+{ printf 'P6\n# a comment\n19 10\n255\n'; for i in $(seq 570); do bytes $((i * 37 % 256)); done; } >in.ppm
+tail -c 570 in.ppm >in.rgb
+
+works info
+grep -q '2022.2.0' stdout || wrong "info shows no version"
+works list ToYCbCr_8u_C3R
+grep -q pxliRGBToYCbCr_8u_C3R stdout || wrong "list does not find an export"
+fails 'no export' list there_is_none
+
+# run: pictures and raw samples hold the same, whatever the order of the colours in the export's name.
+works run pxliRGBToYCbCr_8u_C3R in.ppm -o packed.png
+works run pxliRGBToYCbCr_8u_C3R in.rgb --size 19x10 -o packed.raw
+works run pxliRGBToYCbCr_8u_C3R in.ppm -o packed.ppm
+tail -c 570 packed.ppm >packed.samples
+same packed.raw packed.samples
+works run RGBToYCbCr_8u_C3P3R in.ppm -o planes.raw
+works run pxliYCbCrToRGB_8u_P3C3R planes.raw --size 19x10 -o rgb.ppm
+works run pxliYCbCrToBGR_8u_P3C3R planes.raw --size 19x10 -o bgr.ppm --repeat 2
+grep -q 'ns/pixel' stdout || wrong "run --repeat prints no time"
+same rgb.ppm bgr.ppm
+works run pxliYCbCrToBGR_8u_P3C4R planes.raw --size 19x10 -o bgra.raw --alpha 7
+[ "$(od -An -tu1 -j3 -N1 bgra.raw)" -eq 7 ] || wrong "run --alpha is not the fourth byte"
+works run pxliYCbCrToRGB_8u_P3C4R planes.raw --size 19x10 -o rgba.png
+works run pxliRGBToYCbCr_8u_AC4P3R rgba.png -o again.raw
+works run pxliRGBToYCbCr_8u_C3P3R rgba.png -o once.raw
+same again.raw once.raw
+pxlcc run pxliYCbCrToRGB_8u_P3C3R - --size 19x10 -o - <planes.raw >piped.rgb || wrong "run in a pipe"
+tail -c 570 rgb.ppm >rgb.samples
+same piped.rgb rgb.samples
+
+# run: bad input.
+head -c 400 in.ppm >short.ppm
+head -c 60 packed.png >short.png
+printf 'P6\n19 10\n65535\n' | cat - in.rgb in.rgb >deep.ppm
+fails 'no export is called pxliRGBToYCbCr_8u_C9R; near it: ' run pxliRGBToYCbCr_8u_C9R in.ppm -o out.png
+fails 'none.png: No such file' run pxliRGBToYCbCr_8u_C3R none.png -o out.png
+fails 'truncated' run pxliRGBToYCbCr_8u_C3R short.ppm -o out.png
+fails 'truncated' run pxliRGBToYCbCr_8u_C3R short.png -o out.png
+fails '16-bit' run pxliRGBToYCbCr_8u_C3R deep.ppm -o out.png
+cp in.rgb wrong.png
+fails 'neither a PNG nor' run pxliRGBToYCbCr_8u_C3R wrong.png -o out.png
+fails 'truncated' run pxliRGBToYCbCr_8u_C3R in.rgb --size 19x11 -o out.png
+fails 'too long' run pxliRGBToYCbCr_8u_C3R in.rgb --size 19x9 -o out.png
+fails 'size' run pxliRGBToYCbCr_8u_C3R in.rgb -o out.png
+fails 'not a size' run pxliRGBToYCbCr_8u_C3R in.rgb --size 19 -o out.png
+fails 'only a raw file' run pxliRGBToYCbCr_8u_C3P3R in.ppm -o out.png
+fails 'takes no --alpha' run pxliRGBToYCbCr_8u_C3R in.ppm -o out.png --alpha 3
+fails '--alpha 256' run pxliYCbCrToBGR_8u_P3C4R planes.raw --size 19x10 -o out.png --alpha 256
+fails 'cannot write' run pxliRGBToYCbCr_8u_C3R in.ppm -o missing/out.png
+fails 'No space' run pxliRGBToYCbCr_8u_C3R in.ppm -o /dev/full
+fails 'required' run pxliRGBToYCbCr_8u_C3R in.ppm
+
+[ $failures = 0 ] && echo "all as expected"
+exit $((failures > 0))
