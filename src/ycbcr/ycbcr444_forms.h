@@ -51,7 +51,25 @@ struct EncodeReference {
         return {weighQ16(p, kLumaQ16, kLumaOffsetQ16), weighQ16(p, kCbQ16, kChromaOffsetQ16),
                 weighQ16(p, kCrQ16, kChromaOffsetQ16)};
     }
+    template <int N>
+    PXL_INLINE static Halves<Ycc<I16<N>>> halves(Rgb<U8<N>> p) {
+        const auto r = widen(p.r), g = widen(p.g), b = widen(p.b);
+        return {lanes(Rgb<I16<N>>{r.low, g.low, b.low}), lanes(Rgb<I16<N>>{r.high, g.high, b.high})};
+    }
 };
+
+// The group forms start from samples times 256, the cheapest way to widen a byte, and where they want signed products
+// from samples times 128.
+template <class Form, int N>
+PXL_INLINE Halves<Ycc<I16<N>>> halvesFrom256(Rgb<U8<N>> p) {
+    const auto r = widenTimes256(p.r), g = widenTimes256(p.g), b = widenTimes256(p.b);
+    return {Form::lanes(Rgb<U16<N>>{r.low, g.low, b.low}), Form::lanes(Rgb<U16<N>>{r.high, g.high, b.high})};
+}
+
+template <int N>
+PXL_INLINE Rgb<I16<N>> halved(Rgb<U16<N>> p256) {
+    return {as<I16<N>>(shiftRight<1>(p256.r)), as<I16<N>>(shiftRight<1>(p256.g)), as<I16<N>>(shiftRight<1>(p256.b))};
+}
 
 // Group form of the planar encoders. Products keep 16 bits: unsigned 8.8 for luma, signed 9.7 for chroma.
 struct EncodeQ16 {
@@ -63,24 +81,26 @@ struct EncodeQ16 {
         return shiftRight<7>(addSat(sum, fill<I16<N>>(64 + 128 * 128)));
     }
     template <int N>
-    PXL_INLINE static Ycc<I16<N>> lanes(Rgb<I16<N>> p) {
-        const auto term = [](I16<N> x, int factor) {
-            return mulHigh(as<U16<N>>(shiftLeft<8>(x)), fill<U16<N>>(factor));
-        };
-        const auto luma = addSat(addSat(term(p.r, kLumaQ16.r), term(p.g, kLumaQ16.g)), term(p.b, kLumaQ16.b));
-        const Rgb<I16<N>> p128 = {shiftLeft<7>(p.r), shiftLeft<7>(p.g), shiftLeft<7>(p.b)};
+    PXL_INLINE static Ycc<I16<N>> lanes(Rgb<U16<N>> p256) {
+        const auto term = [](U16<N> x256, int factor) { return mulHigh(x256, fill<U16<N>>(factor)); };
+        const auto luma = addSat(addSat(term(p256.r, kLumaQ16.r), term(p256.g, kLumaQ16.g)), term(p256.b, kLumaQ16.b));
+        const auto p128 = halved(p256);
         // the sum stays below 56100: the same holds for its rounding 128 and the offset 16
         return {as<I16<N>>(shiftRight<8>(addSat(luma, fill<U16<N>>(128 + 16 * 256)))), chroma(p128, kCbQ16),
                 chroma(p128, kCrQ16)};
+    }
+    template <int N>
+    PXL_INLINE static Halves<Ycc<I16<N>>> halves(Rgb<U8<N>> p) {
+        return halvesFrom256<EncodeQ16>(p);
     }
 };
 
 // Group form of the interleaved encoders: products rounded to 10.6.
 struct EncodeQ14 {
     template <int N>
-    PXL_INLINE static Ycc<I16<N>> lanes(Rgb<I16<N>> p) {
+    PXL_INLINE static Ycc<I16<N>> lanes(Rgb<U16<N>> p256) {
         const auto term = [](I16<N> x128, int factor) { return mulRound15(x128, fill<I16<N>>(factor)); };
-        const auto r = shiftLeft<7>(p.r), g = shiftLeft<7>(p.g), b = shiftLeft<7>(p.b);
+        const auto [r, g, b] = halved(p256);
         const auto luma = addWrap(addWrap(term(r, 4211), term(g, 8258)), term(b, 1606));
         const auto cb = subWrap(term(b, 7193), addWrap(term(r, 2425), term(g, 4768)));
         const auto cr = subWrap(term(r, 7193), addWrap(term(g, 6029), term(b, 1163)));
@@ -89,19 +109,22 @@ struct EncodeQ14 {
         return {shiftRight<6>(addWrap(luma, fill<I16<N>>(16 * 64 + 32))), shiftRight<6>(addWrap(cb, chromaOffset)),
                 shiftRight<6>(addWrap(cr, chromaOffset))};
     }
+    template <int N>
+    PXL_INLINE static Halves<Ycc<I16<N>>> halves(Rgb<U8<N>> p) {
+        return halvesFrom256<EncodeQ14>(p);
+    }
 };
 
 // ---- decoders: Y 16..235 and chroma around 128 to R'G'B' 0..255, saturated
 
-// Q16 coefficients of a reference form, for Y, Cr - 128 and Cb - 128, and the constant that carries black level and
-// rounding.
+// Q16 coefficients of a reference form, for Y - 16, Cr - 128 and Cb - 128, and what is added before the shift.
 struct DecoderQ16 {
-    int y, crToR, cbToG, crToG, cbToB, offset;
+    int y, crToR, cbToG, crToG, cbToB, rounding;
 };
 // The two BT.601 sets differ in the last digits, and one of them also exists without rounding. Deliberate.
-constexpr DecoderQ16 kDecode601 = {76282, 104593, -25689, -53279, 132184, -16 * 76282 + 32768};
-constexpr DecoderQ16 kDecode601Truncating = {76284, 104595, -25690, -53281, 132186, -16 * 76284};
-constexpr DecoderQ16 kDecode601b = {76284, 104595, -25690, -53281, 132186, -16 * 76284 + 32768};
+constexpr DecoderQ16 kDecode601 = {76282, 104593, -25689, -53279, 132184, 32768};
+constexpr DecoderQ16 kDecode601Truncating = {76284, 104595, -25690, -53281, 132186, 0};
+constexpr DecoderQ16 kDecode601b = {76284, 104595, -25690, -53281, 132186, 32768};
 
 // A Q16 factor as whole + rest / 65536, so that rest fits 16 bits: the whole part is taken outside the shift, exactly.
 struct SplitFactor {
@@ -149,13 +172,18 @@ struct DecodeReference {
     template <int N>
     PXL_INLINE static Rgb<I16<N>> lanes(Ycc<I16<N>> p) {
         const auto middle = fill<I16<N>>(128);
-        const auto cb = subWrap(p.cb, middle), cr = subWrap(p.cr, middle);
-        return {sumQ16<k.y, k.crToR>(p.y, cr, k.offset), sumQ16<k.y, k.cbToG, k.crToG>(p.y, cb, cr, k.offset),
-                sumQ16<k.y, k.cbToB>(p.y, cb, k.offset)};
+        const auto y = subWrap(p.y, fill<I16<N>>(16)), cb = subWrap(p.cb, middle), cr = subWrap(p.cr, middle);
+        return {sumQ16<k.y, k.crToR>(y, cr, k.rounding), sumQ16<k.y, k.cbToG, k.crToG>(y, cb, cr, k.rounding),
+                sumQ16<k.y, k.cbToB>(y, cb, k.rounding)};
+    }
+    template <int N>
+    PXL_INLINE static Halves<Rgb<I16<N>>> halves(Ycc<U8<N>> p) {
+        const auto y = widen(p.y), cb = widen(p.cb), cr = widen(p.cr);
+        return {lanes(Ycc<I16<N>>{y.low, cb.low, cr.low}), lanes(Ycc<I16<N>>{y.high, cb.high, cr.high})};
     }
 };
 
-// Coefficients of a group form in Q12 (kShift 3) or Q13 (kShift 4), on samples times 128; the products keep 16 bits.
+// Coefficients of a group form in Q12 (shift 3) or Q13 (shift 4), on samples times 128; the products keep 16 bits.
 struct DecoderLanes {
     int y, crToR, cbToG, crToG, cbToB, rounding, shift;
 };
@@ -164,19 +192,36 @@ constexpr DecoderLanes kDecodeQ13 = {9535, 13074, 3211, 6660, 16523, 8, 4};
 constexpr DecoderLanes kDecodeQ13Truncating = {9536, 13074, 3203, 6660, 16523, 0, 4};  // no rounding term: deliberate
 constexpr DecoderLanes kDecode709 = {9535, 14688, 1745, 4375, 17326, 8, 4};            // ITU-R BT.709
 
+// 64 * (samples - middle), which one multiplication widens and centres.
+template <int N>
+PXL_INLINE Halves<I16<N>> centred64(U8<N> samples, int middle) {
+    const auto middles = fill<U8<N>>(middle);
+    const auto factors = as<U8<N>>(fill<I16<N>>(64 - 64 * 256));  // bytes 64, -64
+    return {pairSumsSat(interleaveLow(samples, middles), factors),
+            pairSumsSat(interleaveHigh(samples, middles), factors)};
+}
+
+// (128 * x * factor) >> 16 of x64 = 64 * x. Twice a factor may need 17 bits; the part that 16 lack is x64 itself.
+template <int kFactor, int N>
+PXL_INLINE I16<N> term64(I16<N> x64) {
+    if constexpr (2 * kFactor < 32768) return mulHigh(x64, fill<I16<N>>(2 * kFactor));
+    return addWrap(mulHigh(x64, fill<I16<N>>(2 * kFactor - 65536)), x64);
+}
+
 template <DecoderLanes k>
 struct DecodeLanes {
     template <int N>
-    PXL_INLINE static Rgb<I16<N>> lanes(Ycc<I16<N>> p) {
-        const auto term = [](I16<N> x128, int factor) { return mulHigh(x128, fill<I16<N>>(factor)); };
-        const auto y = subWrap(shiftLeft<7>(p.y), fill<I16<N>>(16 * 128));
-        const auto cb = subWrap(shiftLeft<7>(p.cb), fill<I16<N>>(128 * 128));
-        const auto cr = subWrap(shiftLeft<7>(p.cr), fill<I16<N>>(128 * 128));
+    PXL_INLINE static Rgb<I16<N>> lanes(Ycc<I16<N>> p64) {
         // no sum leaves 16 bits, so the rounding may go in with luma
-        const auto luma = addSat(term(y, k.y), fill<I16<N>>(k.rounding));
-        return {shiftRight<k.shift>(addSat(luma, term(cr, k.crToR))),
-                shiftRight<k.shift>(subSat(subSat(luma, term(cb, k.cbToG)), term(cr, k.crToG))),
-                shiftRight<k.shift>(addSat(luma, term(cb, k.cbToB)))};
+        const auto luma = addSat(term64<k.y>(p64.y), fill<I16<N>>(k.rounding));
+        return {shiftRight<k.shift>(addSat(luma, term64<k.crToR>(p64.cr))),
+                shiftRight<k.shift>(subSat(subSat(luma, term64<k.cbToG>(p64.cb)), term64<k.crToG>(p64.cr))),
+                shiftRight<k.shift>(addSat(luma, term64<k.cbToB>(p64.cb)))};
+    }
+    template <int N>
+    PXL_INLINE static Halves<Rgb<I16<N>>> halves(Ycc<U8<N>> p) {
+        const auto y = centred64(p.y, 16), cb = centred64(p.cb, 128), cr = centred64(p.cr, 128);
+        return {lanes(Ycc<I16<N>>{y.low, cb.low, cr.low}), lanes(Ycc<I16<N>>{y.high, cb.high, cr.high})};
     }
 };
 

@@ -8,17 +8,13 @@ namespace {
 
 template <class Form, int N>
 PXL_INLINE Channels3<U8<N>> encode(Channels3<U8<N>> px) {
-    const auto r = widen(px.c0), g = widen(px.c1), b = widen(px.c2);
-    const auto low = Form::lanes(Rgb<I16<N>>{r.low, g.low, b.low});
-    const auto high = Form::lanes(Rgb<I16<N>>{r.high, g.high, b.high});
+    const auto [low, high] = Form::halves(Rgb<U8<N>>{px.c0, px.c1, px.c2});
     return {packSatU8(low.y, high.y), packSatU8(low.cb, high.cb), packSatU8(low.cr, high.cr)};
 }
 
 template <class Form, int N>
 PXL_INLINE Channels3<U8<N>> decode(Channels3<U8<N>> px) {
-    const auto y = widen(px.c0), cb = widen(px.c1), cr = widen(px.c2);
-    const auto low = Form::lanes(Ycc<I16<N>>{y.low, cb.low, cr.low});
-    const auto high = Form::lanes(Ycc<I16<N>>{y.high, cb.high, cr.high});
+    const auto [low, high] = Form::halves(Ycc<U8<N>>{px.c0, px.c1, px.c2});
     return {packSatU8(low.r, high.r), packSatU8(low.g, high.g), packSatU8(low.b, high.b)};
 }
 
