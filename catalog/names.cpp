@@ -22,8 +22,7 @@ std::vector<std::string_view> split(std::string_view text, char separator) {
 ImageShape parseSpace(std::string_view text, const std::string& otherSpace) {
     ImageShape shape;
     std::size_t letters = 0;
-    while (letters < text.size() && !isDigit(text[letters]))
-        ++letters;
+    while (letters < text.size() && !isDigit(text[letters])) ++letters;
     shape.space = letters == 0 ? otherSpace : std::string(text.substr(0, letters));
     if (letters < text.size()) {
         const int sampling = std::atoi(std::string(text.substr(letters)).c_str());
@@ -70,8 +69,7 @@ std::vector<PlaneShape> planesOf(const ImageShape& shape, Element element) {
                                     .channels = count == 2 ? 2 : 1,  // P2: interleaved pairs of chroma samples
                                     .widthShift = chroma.width,
                                     .heightShift = chroma.height};
-    for (int i = 1; i < count; ++i)
-        planes.push_back(chromaPlane);
+    for (int i = 1; i < count; ++i) planes.push_back(chromaPlane);
     return planes;
 }
 
