@@ -1,0 +1,78 @@
+// What holds for every export, tried on each line of the catalogue.
+
+#include <gtest/gtest.h>
+
+#include "support/call.h"
+#include "support/targets.h"
+
+namespace pxl::test {
+namespace {
+
+using Where = Placement::Where;
+
+// Same bytes on every target, nothing written outside the ROI, sources untouched, no access beyond an image.
+TEST(Sweep, everyGeometry) {
+    for (const catalog::Export& function : catalog::all()) {
+        Random random(0x517E);
+        const auto check = [&](int width, int height, const Placement& source, const Placement& destination) {
+            Call call(function, {width, height}, source, destination, random);
+            EXPECT_EQ(faultsOf(call), "");
+        };
+        for (int width = function.minimumWidth; width <= 70; ++width) {
+            for (const Where where : {Where::againstEnd, Where::againstStart}) {
+                // sometimes dense rows, so that each row's end is the next one's start
+                const int padding = random.oneIn(3) ? 0 : random.below(40),
+                          height = function.minimumHeight + random.below(4);
+                check(width, height, {where, padding}, {where, padding});
+            }
+        }
+        for (int i = 0; i < 60; ++i) {
+            const int width = function.minimumWidth + random.below(i < 50 ? 70 : 1500);
+            const int height = function.minimumHeight + random.below(i < 50 ? 9 : 20);
+            const bool upwardsToo = !function.testsSteps;
+            const Placement source = Placement::random(random, upwardsToo),
+                            destination = Placement::random(random, upwardsToo);
+            check(width, height, source, function.inPlace ? source : destination);
+        }
+        // paths for aligned images
+        for (int width = 16; width <= 160; width += 16) {
+            check(width, function.minimumHeight + random.below(4), {Where::aligned, random.below(40)},
+                  {Where::aligned});
+        }
+        if (HasFailure()) break;  // one export's faults are enough to read
+    }
+}
+
+TEST(Sweep, wrongArguments) {
+    for (const catalog::Export& function : catalog::all()) {
+        Random random(2);
+        Call call(function, {function.minimumWidth + 30, function.minimumHeight + 2}, {}, {}, random);
+        for (const Fault fault : {Fault::range, Fault::pointer, Fault::entry, Fault::size, Fault::step}) {
+            if (fault == Fault::step && !function.testsSteps) continue;
+            for (const Mistake& mistake : mistakes(fault, function)) {
+                EXPECT_EQ(faultsWith(call, {&mistake}, statusOf(fault)), "");
+            }
+        }
+    }
+}
+
+// Below its minimum a size is refused; at its minimum it is not.
+TEST(Sweep, smallestSize) {
+    for (const catalog::Export& function : catalog::all()) {
+        Random random(3);
+        Call call(function, {function.minimumWidth, function.minimumHeight}, {}, {}, random);
+        EXPECT_GE(call.run(), 0) << call.describe();
+    }
+}
+
+// Absent processor features are said, not passed over.
+TEST(Sweep, allTargetsRun) {
+    std::string missing;
+    for (const auto& [target, name] : kTargets) {
+        if (!processorRuns(target)) missing += std::string(" ") + name;
+    }
+    if (!missing.empty()) GTEST_SKIP() << "not run by this processor, so not tried:" << missing;
+}
+
+}  // namespace
+}  // namespace pxl::test
