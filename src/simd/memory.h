@@ -107,12 +107,6 @@ PXL_INLINE void loadBlocks(Blocks<4> all, const Pxl8u* p, U8<4> (&a)[2]) {
     a[0] = fourBlocks<0, 2, 4, 6>(m0, m1);
     a[1] = fourBlocks<1, 3, 5, 7>(m0, m1);
 }
-PXL_INLINE void loadBlocks(Blocks<4> all, const Pxl8u* p, U8<4> (&a)[3]) {
-    const auto m0 = load(all, p), m1 = load(all, p + 64), m2 = load(all, p + 128);
-    a[0] = fourBlocks<0, 1, 2, 5>(fourBlocks<0, 3, 6, 6>(m0, m1), m2);
-    a[1] = fourBlocks<0, 1, 2, 6>(fourBlocks<1, 4, 7, 7>(m0, m1), m2);
-    a[2] = fourBlocks<0, 1, 4, 7>(fourBlocks<2, 5, 5, 5>(m0, m1), m2);
-}
 PXL_INLINE void loadBlocks(Blocks<4> all, const Pxl8u* p, U8<4> (&a)[4]) {
     const auto m0 = load(all, p), m1 = load(all, p + 64), m2 = load(all, p + 128), m3 = load(all, p + 192);
     const auto low01 = fourBlocks<0, 4, 1, 5>(m0, m1), high01 = fourBlocks<2, 6, 3, 7>(m0, m1);
@@ -196,6 +190,47 @@ PXL_INLINE Channels3<U8<N>> load3(Blocks<N> all, const Pxl8u* p) {
     return separate3(a[0], a[1], a[2]);
 }
 
+#if PXL_BLOCKS == 4
+// With byte permutes across whole vectors, a channel is one permute of the first 128 bytes and one, masked, of the
+// last 64.
+struct alignas(64) Bytes64 {
+    Pxl8u byte[64];
+};
+
+PXL_INLINE __m512i bytes64(const Bytes64& bytes) { return _mm512_load_si512(bytes.byte); }
+
+struct ThreeWay64 {
+    Bytes64 index[3];  // [c]: where sample i of channel c stands, 3 * i + c, mod 128 or, from 128 on, mod 64
+    unsigned long long inLast[3];  // [c]: bit i set where it stands in the last 64 bytes
+};
+
+constexpr ThreeWay64 makeThreeWay64() {
+    ThreeWay64 t = {};
+    for (int c = 0; c < 3; ++c) {
+        for (int i = 0; i < 64; ++i) {
+            const int q = 3 * i + c;
+            t.index[c].byte[i] = static_cast<Pxl8u>(q < 128 ? q : q - 128);
+            if (q >= 128) t.inLast[c] |= 1ull << i;
+        }
+    }
+    return t;
+}
+
+constexpr ThreeWay64 kThreeWay64 = makeThreeWay64();
+
+template <int c>
+PXL_INLINE U8<4> channelOf3(U8<4> a, U8<4> b, U8<4> last) {
+    const auto index = bytes64(kThreeWay64.index[c]);
+    const auto first = _mm512_permutex2var_epi8(a.v, index, b.v);
+    return {_mm512_mask_permutexvar_epi8(first, kThreeWay64.inLast[c], index, last.v)};
+}
+
+PXL_INLINE Channels3<U8<4>> load3(Blocks<4> all, const Pxl8u* p) {
+    const auto a = load(all, p), b = load(all, p + 64), c = load(all, p + 128);
+    return {channelOf3<0>(a, b, c), channelOf3<1>(a, b, c), channelOf3<2>(a, b, c)};
+}
+#endif
+
 template <int N>
 PXL_INLINE void store3(Blocks<N> all, Pxl8u* p, Channels3<U8<N>> px) {
     const auto bytes = interleave3(px);
@@ -231,6 +266,31 @@ PXL_INLINE Channels4<U8<N>> load4(Blocks<N> all, const Pxl8u* p) {
     loadBlocks(all, p, a);
     return separate4(a[0], a[1], a[2], a[3]);
 }
+
+#if PXL_BLOCKS == 4
+struct FourWay64 {
+    Bytes64 index[2];  // [h]: of 32 pixels, the samples of channel 2 * h and then those of channel 2 * h + 1
+};
+
+constexpr FourWay64 makeFourWay64() {
+    FourWay64 t = {};
+    for (int i = 0; i < 128; ++i) t.index[i / 64].byte[i % 64] = static_cast<Pxl8u>(4 * (i % 32) + i / 32);
+    return t;
+}
+
+constexpr FourWay64 kFourWay64 = makeFourWay64();
+
+PXL_INLINE Channels4<U8<4>> load4(Blocks<4> all, const Pxl8u* p) {
+    const auto a = load(all, p), b = load(all, p + 64), c = load(all, p + 128), d = load(all, p + 192);
+    const auto index01 = bytes64(kFourWay64.index[0]), index23 = bytes64(kFourWay64.index[1]);
+    const U8<4> left01 = {_mm512_permutex2var_epi8(a.v, index01, b.v)};
+    const U8<4> left23 = {_mm512_permutex2var_epi8(a.v, index23, b.v)};
+    const U8<4> right01 = {_mm512_permutex2var_epi8(c.v, index01, d.v)};
+    const U8<4> right23 = {_mm512_permutex2var_epi8(c.v, index23, d.v)};
+    return {fourBlocks<0, 1, 4, 5>(left01, right01), fourBlocks<2, 3, 6, 7>(left01, right01),
+            fourBlocks<0, 1, 4, 5>(left23, right23), fourBlocks<2, 3, 6, 7>(left23, right23)};
+}
+#endif
 
 template <int N>
 PXL_INLINE void store4(Blocks<N> all, Pxl8u* p, Channels4<U8<N>> px) {
