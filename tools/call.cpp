@@ -23,21 +23,6 @@ const catalog::Export& exportNamed(const std::string& name) {
     fail("no export is called ", name, " (pxlcc list shows all)");
 }
 
-double opaque(Element element) {
-    switch (element) {
-        case Element::u8:
-            return 255;
-        case Element::s8:
-            return 127;
-        case Element::u16:
-            return 65535;
-        case Element::s16:
-            return 32767;
-        default:
-            return 1;
-    }
-}
-
 PxlStatus apply(const catalog::Export& function, const Image& source, Image& destination, const Extras& extras) {
     catalog::Arguments arguments;
     arguments.size = destination.size();

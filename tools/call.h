@@ -21,9 +21,6 @@ struct Extras {
     double rangeHigh = 1;
 };
 
-// The largest value of an integer type, 1 of a float: an opaque alpha.
-double opaque(Element element);
-
 // In-place functions read and write `destination` only. The size is that of `destination`.
 PxlStatus apply(const catalog::Export& function, const Image& source, Image& destination, const Extras& extras = {});
 // The same, but anything else than success or the odd-size warning is an error.

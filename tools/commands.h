@@ -8,5 +8,6 @@ namespace pxl::tool {
 void addInfo(CLI::App& program);
 void addList(CLI::App& program);
 void addRun(CLI::App& program);
+void addDemo(CLI::App& program);
 
 }  // namespace pxl::tool

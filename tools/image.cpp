@@ -24,6 +24,7 @@ void copySamples(const Image& from, Image& to) {
     const int fromChannels = from.shape().planes[0].channels;
     const int toChannels = to.shape().planes[0].channels;
     constexpr int kOpaque = -1;
+    const auto full = static_cast<Sample>(opaque(to.shape().planes[0].element));
     std::array<int, 4> origin{};  // of each destination sample within the source pixel
     for (int channel = 0; channel < toChannels; ++channel) {
         int source = channel;
@@ -40,7 +41,7 @@ void copySamples(const Image& from, Image& to) {
         for (int x = 0; x < to.size().width; ++x) {
             for (int channel = 0; channel < toChannels; ++channel) {
                 const int sample = origin[static_cast<std::size_t>(channel)];
-                *out++ = sample == kOpaque ? std::numeric_limits<Sample>::max() : in[sample];
+                *out++ = sample == kOpaque ? full : in[sample];
             }
             if (x + 1 < common) in += fromChannels;
         }
@@ -103,10 +104,31 @@ bool canCopyPicture(const ImageShape& from, const ImageShape& to) {
 }
 
 void copyPicture(const Image& from, Image& to) {
-    if (from.shape().planes[0].element == Element::u8)
-        copySamples<std::uint8_t>(from, to);
-    else
-        copySamples<std::uint16_t>(from, to);
+    switch (from.shape().planes[0].element) {
+        case Element::u8:
+            return copySamples<std::uint8_t>(from, to);
+        case Element::u16:
+            return copySamples<std::uint16_t>(from, to);
+        case Element::f32:
+            return copySamples<float>(from, to);
+        default:
+            fail("pictures have 8u, 16u or 32f samples");
+    }
+}
+
+double opaque(Element element) {
+    switch (element) {
+        case Element::u8:
+            return 255;
+        case Element::s8:
+            return 127;
+        case Element::u16:
+            return 65535;
+        case Element::s16:
+            return 32767;
+        default:
+            return 1;
+    }
 }
 
 std::string describe(const ImageShape& shape) {

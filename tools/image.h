@@ -46,9 +46,13 @@ private:
 bool isPicture(const ImageShape& shape);
 ImageShape pictureShape(Element element, int channels);
 
-// Copies a picture into another with the same element type, from RGB order to BGR order and back as the names of the
-// spaces say. Gray becomes R = G = B, a missing alpha opaque, a surplus alpha is dropped; colour does not become gray.
-// Where `to` is larger the last column and row repeat, where it is smaller the rest is left out.
+// The largest value of an integer type, 1 of a float: white, and an opaque alpha.
+double opaque(Element element);
+
+// Copies a picture (here also of 32f samples) into another with the same element type, from RGB order to BGR order and
+// back as the names of the spaces say. Gray becomes R = G = B, a missing alpha opaque, a surplus alpha is dropped;
+// colour does not become gray. Where `to` is larger the last column and row repeat, where it is smaller the rest is
+// left out.
 void copyPicture(const Image& from, Image& to);
 bool canCopyPicture(const ImageShape& from, const ImageShape& to);
 

@@ -21,6 +21,7 @@ int main(int count, char** arguments) {
     pxl::tool::addInfo(program);
     pxl::tool::addList(program);
     pxl::tool::addRun(program);
+    pxl::tool::addDemo(program);
     try {
         program.parse(count, arguments);
         return 0;

@@ -1,0 +1,92 @@
+#include "measure.h"
+
+#include <algorithm>
+#include <cmath>
+#include <cstdlib>
+
+#include "drawing.h"
+
+namespace pxl::tool {
+
+namespace {
+
+template <class Function>
+void withSamples(Element element, std::uint8_t* bytes, const Function& function) {
+    if (element == Element::u8) function(bytes);
+    if (element == Element::u16) function(reinterpret_cast<std::uint16_t*>(bytes));
+    if (element == Element::f32) function(reinterpret_cast<float*>(bytes));
+}
+
+double decibels(double squares, double count) {
+    return squares == 0 ? INFINITY : 10 * std::log10(255.0 * 255.0 * count / squares);
+}
+
+}  // namespace
+
+Image withElement(const Image& picture, Element element) {
+    const auto& shape = picture.shape().planes[0];
+    ImageShape newShape = picture.shape();
+    newShape.planes[0].element = element;
+    Image result(newShape, picture.size());
+    const double scale = opaque(element) / opaque(shape.element);
+    const double half = element == Element::f32 ? 0 : 0.5;
+    const std::int64_t count = shape.rowSamples(picture.size().width) * picture.size().height;
+    withSamples(shape.element, picture.plane(0).first, [&](const auto* from) {
+        withSamples(element, result.plane(0).first, [&]<class Sample>(Sample* to) {
+            for (std::int64_t i = 0; i < count; ++i) to[i] = static_cast<Sample>(from[i] * scale + half);
+        });
+    });
+    return result;
+}
+
+Distance distance(const Image& a, const Image& b) {
+    const Image left = withElement(a, Element::f32), right = withElement(b, Element::f32);
+    const auto* p = reinterpret_cast<const float*>(left.plane(0).first);
+    const auto* q = reinterpret_cast<const float*>(right.plane(0).first);
+    Distance result;
+    double rgb = 0, luma = 0, colour = 0;
+    for (std::int64_t i = 0; i < a.pixels(); ++i, p += 3, q += 3) {
+        const double r = (p[0] - q[0]) * 255.0, g = (p[1] - q[1]) * 255.0, b255 = (p[2] - q[2]) * 255.0;
+        const double y = 0.299 * r + 0.587 * g + 0.114 * b255;
+        const double cb = (b255 - y) / 1.772, cr = (r - y) / 1.402;
+        rgb += r * r + g * g + b255 * b255;
+        luma += y * y;
+        colour += cb * cb + cr * cr;
+        result.largest = std::max({result.largest, std::abs(r), std::abs(g), std::abs(b255)});
+    }
+    const auto pixels = static_cast<double>(a.pixels());
+    result.rgb = decibels(rgb, 3 * pixels);
+    result.luma = decibels(luma, pixels);
+    result.colour = decibels(colour, 2 * pixels);
+    return result;
+}
+
+Image differencePicture(const Image& a, const Image& b, int factor) {
+    Image result(a.shape(), a.size());
+    const auto p = a.plane(0), q = b.plane(0), out = result.plane(0);
+    for (std::int64_t i = 0; i < out.bytes(); ++i)
+        out.first[i] = static_cast<std::uint8_t>(std::min(255, std::abs(p.first[i] - q.first[i]) * factor));
+    return result;
+}
+
+Image showComponents(const Image& image) {
+    const auto& planes = image.shape().planes;
+    int width = 0;
+    for (const auto& plane : planes) width += (image.size().width >> plane.widthShift) * std::min(plane.channels, 3);
+    Image result = newPicture({width, image.size().height}, {0, 0, 0});
+    int left = 0;
+    for (std::size_t i = 0; i < planes.size(); ++i)
+        for (int channel = 0; channel < std::min(planes[i].channels, 3); ++channel) {
+            const auto plane = image.plane(i);
+            const int columns = image.size().width >> planes[i].widthShift;
+            for (int y = 0; y < static_cast<int>(plane.rows); ++y)
+                for (int x = 0; x < columns; ++x) {
+                    const std::uint8_t v = plane.row(y)[x * planes[i].channels + channel];
+                    setPixel(result, left + x, y, {v, v, v});
+                }
+            left += columns;
+        }
+    return result;
+}
+
+}  // namespace pxl::tool
