@@ -84,6 +84,8 @@ TEST(Symbols, kernelObjectsKeepToTheirNamespace) {
         int count = 0;
         for (std::string object; std::getline(objects, object);) {
             for (const Symbol& symbol : symbolsOf(object, "")) {
+                if (symbol.name.starts_with("_ZTS") || symbol.name.starts_with("_ZTI"))
+                    continue;  // type names: no code
                 EXPECT_TRUE(std::regex_match(symbol.name, own)) << symbol.name << " in " << object;
                 ++count;
             }

@@ -28,7 +28,7 @@ Pixel encodeReference(Pixel p) {
 Pixel encodeQ16(Pixel p) {
     const auto u = [](int x, int c) { return static_cast<int>((256ll * x * c) >> 16); };
     const auto s = [](int x, int c) { return (128 * x * c) >> 16; };
-    const auto [r, g, b] = p;
+    const int r = p[0], g = p[1], b = p[2];  // not a structured binding: Clang 14 captures none
     const auto luma = [](int v) { return std::min(v, 65535); };
     const auto chroma = [&](int cr, int cg, int cb) {
         return byte((lane(lane(lane(s(r, cr) + s(g, cg)) + s(b, cb)) + 64) >> 7) + 128);
