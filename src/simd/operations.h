@@ -74,6 +74,11 @@ PXL_FOR_EACH_N(PXL_SAME_BITS_N, I32, I16)
 PXL_FOR_EACH_N(PXL_CAST_BITS_N, I32)
 PXL_FOR_EACH_N(PXL_CAST_BITS_N, U8)
 
+template <class V>
+PXL_INLINE V sameBits(V, V a) {
+    return a;
+}
+
 template <class V, class A>
 PXL_INLINE V as(A a) {
     return sameBits(V{}, a);
@@ -198,6 +203,23 @@ PXL_CHOOSE(I16, blendv_epi8, byteMask, blend_epi8)
 PXL_CHOOSE(I32, blendv_epi8, byteMask, blend_epi8)
 PXL_CHOOSE(F32, blendv_ps, floatMask, blend_ps)
 
+// The same with a constant mask of eight bits, one for each 16 bits of a block: b where it is set.
+template <int kMask>
+PXL_INLINE U8<1> blend16(U8<1> a, U8<1> b) {
+    return {_mm_blend_epi16(a.v, b.v, kMask)};
+}
+#if PXL_BLOCKS == 2
+template <int kMask>
+PXL_INLINE U8<2> blend16(U8<2> a, U8<2> b) {
+    return {_mm256_blend_epi16(a.v, b.v, kMask)};
+}
+#elif PXL_BLOCKS == 4
+template <int kMask>
+PXL_INLINE U8<4> blend16(U8<4> a, U8<4> b) {
+    return {_mm512_mask_blend_epi16(kMask * 0x01010101u, a.v, b.v)};
+}
+#endif
+
 PXL_COMPARE(equal, U8, cmpeq_, _mask, epi8)
 PXL_COMPARE(equal, I16, cmpeq_, _mask, epi16)
 PXL_COMPARE(equal, I32, cmpeq_, _mask, epi32)
@@ -233,8 +255,23 @@ PXL_INLINE I16<V::kN> packSatI16(Halves<V> a) {
     return packSatI16(a.low, a.high);
 }
 
+// The low 16 bits of 32-bit lanes.
+template <int N>
+PXL_INLINE U16<N> packWrapU16(I32<N> low, I32<N> high) {
+    const auto lowBits = fill<I32<N>>(0xFFFF);
+    return packSatU16(bitAnd(low, lowBits), bitAnd(high, lowBits));
+}
+
 // Bytes of a block picked by index; an index of 128 or more gives 0.
 PXL_BINARY(pick, U8, shuffle_epi8)
+
+// The 16 bytes of each block from byte kByte on of the 32 that low and high make.
+#define PXL_STRADDLE_N(N, prefix, whole, op)           \
+    template <int kByte>                               \
+    PXL_INLINE U8<N> straddle(U8<N> low, U8<N> high) { \
+        return {prefix##op(high.v, low.v, kByte)};     \
+    }
+PXL_FOR_EACH_N(PXL_STRADDLE_N, alignr_epi8)
 
 // Unsigned bytes to 16-bit lanes.
 template <int N>
@@ -250,9 +287,87 @@ PXL_INLINE Halves<U16<N>> widenTimes256(U8<N> a) {
     return {as<U16<N>>(interleaveLow(zero, a)), as<U16<N>>(interleaveHigh(zero, a))};
 }
 
-// Floats to integers by the current rounding mode, and back.
+// 16-bit lanes to 32-bit lanes.
+template <int N>
+PXL_INLINE Halves<I32<N>> widen(U16<N> a) {
+    const auto zero = fill<U16<N>>(0);
+    return {as<I32<N>>(interleaveLow(a, zero)), as<I32<N>>(interleaveHigh(a, zero))};
+}
+template <int N>
+PXL_INLINE Halves<I32<N>> widen(I16<N> a) {
+    return {shiftRight<16>(as<I32<N>>(interleaveLow(a, a))), shiftRight<16>(as<I32<N>>(interleaveHigh(a, a)))};
+}
+
+// Floats to integers by the current rounding mode, and back. What no integer holds, and NaN, becomes -2^31.
 PXL_UNARY(toInt, F32, I32, cvtps_epi32)
 PXL_UNARY(truncateToInt, F32, I32, cvttps_epi32)
 PXL_UNARY(toFloat, I32, F32, cvtepi32_ps)
+
+// ---- samples of any type as 32-bit lanes: a vector of bytes fills four of them, one of 16-bit samples two, and part k
+// holds the k-th of so many equal pieces of each block
+
+template <class V, int kCount>
+struct Parts {
+    static constexpr int kParts = kCount;
+    V at[kCount];
+};
+
+template <int N>
+PXL_INLINE Parts<F32<N>, 1> floatsOf(F32<N> a) {
+    return {{a}};
+}
+template <int N>
+PXL_INLINE Parts<F32<N>, 2> floatsOf(U16<N> a) {
+    const auto w = widen(a);
+    return {{toFloat(w.low), toFloat(w.high)}};
+}
+template <int N>
+PXL_INLINE Parts<F32<N>, 2> floatsOf(I16<N> a) {
+    const auto w = widen(a);
+    return {{toFloat(w.low), toFloat(w.high)}};
+}
+template <int N>
+PXL_INLINE Parts<F32<N>, 4> floatsOf(U8<N> a) {
+    const auto w = widen(a);
+    const auto low = widen(as<U16<N>>(w.low)), high = widen(as<U16<N>>(w.high));
+    return {{toFloat(low.low), toFloat(low.high), toFloat(high.low), toFloat(high.high)}};
+}
+
+// Floats to samples of type V by the current rounding mode, saturated to its range; NaN becomes the upper end. Floats
+// themselves pass unchanged.
+template <class V>
+struct SaturatedSamples;
+
+template <int N>
+struct SaturatedSamples<F32<N>> {
+    PXL_INLINE static F32<N> of(Parts<F32<N>, 1> a) { return a.at[0]; }
+};
+template <int N>
+struct SaturatedSamples<U16<N>> {
+    PXL_INLINE static U16<N> of(Parts<F32<N>, 2> a) {
+        const auto top = fill<F32<N>>(65535.0f);
+        return packSatU16(toInt(minimum(a.at[0], top)), toInt(minimum(a.at[1], top)));
+    }
+};
+template <int N>
+struct SaturatedSamples<I16<N>> {
+    PXL_INLINE static I16<N> of(Parts<F32<N>, 2> a) {
+        const auto top = fill<F32<N>>(32767.0f);
+        return packSatI16(toInt(minimum(a.at[0], top)), toInt(minimum(a.at[1], top)));
+    }
+};
+template <int N>
+struct SaturatedSamples<U8<N>> {
+    PXL_INLINE static U8<N> of(Parts<F32<N>, 4> a) {
+        const auto top = fill<F32<N>>(255.0f);  // what is below 0, down to the -2^31 of minus infinity, the packs stop
+        return packSatU8(packSatI16(toInt(minimum(a.at[0], top)), toInt(minimum(a.at[1], top))),
+                         packSatI16(toInt(minimum(a.at[2], top)), toInt(minimum(a.at[3], top))));
+    }
+};
+
+template <class V>
+PXL_INLINE V saturatedSamples(Parts<F32<V::kN>, 4 / static_cast<int>(sizeof(typename V::Element))> a) {
+    return SaturatedSamples<V>::of(a);
+}
 
 PXL_END_TARGET
