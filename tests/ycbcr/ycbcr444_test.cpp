@@ -158,6 +158,34 @@ TEST_P(Ycbcr444, everyPixelOfEveryWidth) {
     }
 }
 
+// One plane or one step off the multiples of 16 is enough for the 32-bit form.
+TEST(Ycbcr444Aligned, everyPlaneAndStepCounts) {
+    Random random(16);
+    const catalog::Export& function = *catalog::find("pxliRGBToYCbCr_8u_P3R");
+    for (int odd = 0; odd <= 8; ++odd) {  // none, a source plane, a destination plane, a step
+        const Placement placement = {Placement::Where::aligned, 40};
+        Call call(function, {32, 2}, placement, placement, random);
+        auto &src = call.arguments.source, &dst = call.arguments.destination;
+        for (int i = 0; i < 3; ++i) {
+            const auto shift = [&](catalog::PlaneRef& plane, int first, int step) {
+                plane.first = static_cast<Pxl8u*>(plane.first) + (odd == first);
+                plane.step += odd == step;
+            };
+            shift(src[static_cast<std::size_t>(i)], 1 + i, 7);
+            shift(dst[static_cast<std::size_t>(i)], 4 + i, 8);
+        }
+        ASSERT_EQ(call.run(), pxlStatusOk);
+        for (int x = 0; x < 32; ++x) {
+            Pixel in, out;
+            for (std::size_t i = 0; i < 3; ++i) {  // in the second row
+                in[i] = static_cast<Pxl8u*>(src[i].first)[src[i].step + x];
+                out[i] = static_cast<Pxl8u*>(dst[i].first)[dst[i].step + x];
+            }
+            ASSERT_EQ(out, (odd == 0 ? encodeQ16 : encodeReference)(in)) << "odd one " << odd << ", pixel " << x;
+        }
+    }
+}
+
 // The codes 0, 5, 10 ... 255 of all channels in every combination against the equations of the standard in double
 // precision, which know nothing of groups and integers.
 TEST_P(Ycbcr444, distanceToTheStandard) {
