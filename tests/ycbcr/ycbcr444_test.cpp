@@ -31,7 +31,7 @@ Pixel encodeQ16(Pixel p) {
     const int r = p[0], g = p[1], b = p[2];  // not a structured binding: Clang 14 captures none
     const auto luma = [](int v) { return std::min(v, 65535); };
     const auto chroma = [&](int cr, int cg, int cb) {
-        return byte((lane(lane(lane(s(p[0], cr) + s(p[1], cg)) + s(p[2], cb)) + 64) >> 7) + 128);
+        return byte((lane(lane(lane(s(r, cr) + s(g, cg)) + s(b, cb)) + 64) >> 7) + 128);
     };
     return {byte((luma(luma(luma(u(r, 16843) + u(g, 33030)) + u(b, 6423)) + 128) >> 8) + 16),
             chroma(-9699, -19071, 28770), chroma(28770, -24117, -4653)};
