@@ -164,7 +164,7 @@ TEST(Ycbcr444Aligned, everyPlaneAndStepCounts) {
     const catalog::Export& function = *catalog::find("pxliRGBToYCbCr_8u_P3R");
     for (int odd = 0; odd <= 8; ++odd) {  // none, a source plane, a destination plane, a step
         const Placement placement = {Placement::Where::aligned, 40};
-        Call call(function, {32, 2}, placement, placement, random);
+        Call call(function, {32, 16}, placement, placement, random);
         auto &src = call.arguments.source, &dst = call.arguments.destination;
         for (int i = 0; i < 3; ++i) {
             const auto shift = [&](catalog::PlaneRef& plane, int first, int step) {
@@ -175,13 +175,13 @@ TEST(Ycbcr444Aligned, everyPlaneAndStepCounts) {
             shift(dst[static_cast<std::size_t>(i)], 4 + i, 8);
         }
         ASSERT_EQ(call.run(), pxlStatusOk);
-        for (int x = 0; x < 32; ++x) {
+        for (int n = 0; n < 32 * 16; ++n) {
             Pixel in, out;
-            for (std::size_t i = 0; i < 3; ++i) {  // in the second row
-                in[i] = static_cast<Pxl8u*>(src[i].first)[src[i].step + x];
-                out[i] = static_cast<Pxl8u*>(dst[i].first)[dst[i].step + x];
+            for (std::size_t i = 0; i < 3; ++i) {
+                in[i] = static_cast<Pxl8u*>(src[i].first)[n / 32 * src[i].step + n % 32];
+                out[i] = static_cast<Pxl8u*>(dst[i].first)[n / 32 * dst[i].step + n % 32];
             }
-            ASSERT_EQ(out, (odd == 0 ? encodeQ16 : encodeReference)(in)) << "odd one " << odd << ", pixel " << x;
+            ASSERT_EQ(out, (odd == 0 ? encodeQ16 : encodeReference)(in)) << "odd one " << odd << ", pixel " << n;
         }
     }
 }
