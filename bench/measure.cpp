@@ -1,0 +1,53 @@
+#include "measure.h"
+
+#include <algorithm>
+#include <chrono>
+
+namespace pxl::bench {
+namespace {
+
+constexpr double kSeriesSeconds = 0.001;  // long against the clock's own cost, short against the machine's drift
+constexpr std::size_t kMinimumRounds = 5, kMaximumRounds = 200;
+
+double now() {
+    return std::chrono::duration<double>(std::chrono::steady_clock::now().time_since_epoch()).count();
+}
+
+double secondsOf(const Contender& contender, int runs) {
+    contender.prepare();
+    const double start = now();
+    for (int i = 0; i < runs; ++i) contender.run();
+    return (now() - start) / runs;
+}
+
+}  // namespace
+
+double median(std::vector<double> values) {
+    if (values.empty()) return 0;
+    const auto middle = values.begin() + static_cast<std::ptrdiff_t>(values.size() / 2);
+    std::nth_element(values.begin(), middle, values.end());
+    return *middle;
+}
+
+void measure(std::vector<Contender>& contenders, double seconds) {
+    const double end = now() + seconds;
+    std::vector<int> runs;
+    for (const Contender& contender : contenders) {
+        secondsOf(contender, 1);  // touches the memory, lets the contender set itself up
+        const double once = std::max(secondsOf(contender, 1), 1e-9);
+        runs.push_back(std::clamp(static_cast<int>(kSeriesSeconds / once) + 1, 1, contender.maximumRuns));
+    }
+    std::vector<std::vector<double>> rounds(contenders.size());
+    for (std::size_t round = 0; round < kMaximumRounds && (round < kMinimumRounds || now() < end); ++round) {
+        for (std::size_t turn = 0; turn < contenders.size(); ++turn) {
+            const std::size_t i = (round + turn) % contenders.size();  // nobody always follows the same one
+            rounds[i].push_back(secondsOf(contenders[i], runs[i]));
+        }
+    }
+    for (std::size_t i = 0; i < contenders.size(); ++i) {
+        contenders[i].seconds = *std::min_element(rounds[i].begin(), rounds[i].end());
+        contenders[i].spread = median(rounds[i]) / contenders[i].seconds - 1;
+    }
+}
+
+}  // namespace pxl::bench

@@ -1,0 +1,29 @@
+// Times several pieces of work against each other.
+//
+// Absolute times drift with the machine and its other programs; what this program wants are ratios. So the contenders of a
+// comparison take turns within milliseconds, for many rounds, and each is judged by its best round. A framework that
+// times one benchmark to its end before the next begins cannot do that, hence the few lines of our own.
+#pragma once
+
+#include <functional>
+#include <string>
+#include <vector>
+
+namespace pxl::bench {
+
+struct Contender {
+    std::string name;
+    std::function<void()> run;
+    std::function<void()> prepare = [] {};  // not timed, before each series of runs
+    int maximumRuns = 1 << 20;              // in a series
+
+    double seconds = 0;  // result: one run in the best round
+    double spread = 0;   // result: by how much the median round was slower than the best
+};
+
+// Runs all contenders by turns until about `seconds` have passed, and five rounds at least.
+void measure(std::vector<Contender>& contenders, double seconds);
+
+double median(std::vector<double> values);
+
+}  // namespace pxl::bench

@@ -1,0 +1,169 @@
+// libyuv. Its packed formats are named after little-endian words: RGB24 is B,G,R in memory, RAW is R,G,B, ARGB is B,G,R,A
+// and ABGR is R,G,B,A.
+#include <libyuv.h>
+
+#include <algorithm>
+#include <map>
+#include <memory>
+#include <string_view>
+#include <tuple>
+
+#include "peers.h"
+
+namespace pxl::bench {
+namespace {
+
+using Call = bool (*)(const Images& images);
+
+template <class Next, class... Parameters>
+std::tuple<Parameters...> argumentsFor(int (*)(Parameters...), Next next) {
+    return {next(Parameters{})...};  // braces: from left to right
+}
+
+// Hands a libyuv function what its parameters ask for: const bytes and the step after them are the next source plane, bytes
+// the next destination plane, a matrix is `matrix`, the last two integers are the size. Chroma planes are handed over as
+// Cb, Cr (libyuv's U, V).
+class Arguments {
+public:
+    Arguments(const Images& images, const libyuv::YuvConstants* matrix)
+        : source_(uvOrder(images.source, images.function.source)),
+          destination_(uvOrder(images.destination, images.function.destination)),
+          width_(images.width()),
+          height_(images.height()),
+          matrix_(matrix) {}
+
+    const std::uint8_t* operator()(const std::uint8_t*) { return take(source_).first; }
+    std::uint8_t* operator()(std::uint8_t*) { return take(destination_).first; }
+    const libyuv::YuvConstants* operator()(const libyuv::YuvConstants*) { return matrix_; }
+    libyuv::FilterMode operator()(libyuv::FilterMode) { return libyuv::kFilterBilinear; }
+    int operator()(int) {
+        if (stepPending_) {
+            stepPending_ = false;
+            return step_;
+        }
+        return std::exchange(width_, height_);
+    }
+
+private:
+    static std::vector<Plane> uvOrder(std::vector<Plane> planes, const catalog::ImageShape& shape) {
+        if (shape.space == "YCrCb" && planes.size() == 3) std::swap(planes[1], planes[2]);
+        std::reverse(planes.begin(), planes.end());
+        return planes;
+    }
+    Plane take(std::vector<Plane>& planes) {
+        const Plane plane = planes.back();
+        planes.pop_back();
+        step_ = plane.step;
+        stepPending_ = true;
+        return plane;
+    }
+    std::vector<Plane> source_, destination_;  // the next one last
+    int width_, height_;
+    const libyuv::YuvConstants* matrix_;
+    int step_ = 0;
+    bool stepPending_ = false;
+};
+
+template <auto function, const libyuv::YuvConstants* matrix = nullptr>
+bool call(const Images& images) {
+    return std::apply(function, argumentsFor(function, Arguments(images, matrix))) == 0;
+}
+
+// For 24-bit sources that libyuv takes by way of 32 bits only: two calls on strips of rows that stay in the nearest caches.
+template <auto toArgb, auto fromArgb>
+bool callInTwo(const Images& images) {
+    constexpr int kStrip = 8;
+    const int width = images.width();
+    static std::vector<std::uint8_t> strip;
+    strip.resize(static_cast<std::size_t>(width) * 4 * kStrip);
+    const Plane src = images.source[0];
+    for (int y = 0; y < images.height(); y += kStrip) {
+        const int rows = std::min(kStrip, images.height() - y);
+        if (toArgb(src.first + std::ptrdiff_t{y} * src.step, src.step, strip.data(), width * 4, width, rows) != 0) return false;
+        const auto at = [&](std::size_t i, int row) {
+            return images.destination[i].first + std::ptrdiff_t{row} * images.destination[i].step;
+        };
+        const auto step = [&](std::size_t i) { return images.destination[i].step; };
+        int failed = 0;
+        if constexpr (requires { fromArgb(nullptr, 0, nullptr, 0, nullptr, 0, nullptr, 0, 0, 0); }) {
+            failed = fromArgb(strip.data(), width * 4, at(0, y), step(0), at(1, y), step(1), at(2, y), step(2), width, rows);
+        } else {
+            failed = fromArgb(strip.data(), width * 4, at(0, y), step(0), at(1, y / 2), step(1), width, rows);
+        }
+        if (failed != 0) return false;
+    }
+    return true;
+}
+
+struct Entry {
+    std::string_view exportName;
+    std::string_view call;
+    Call run;
+};
+
+using namespace libyuv;
+
+constexpr Entry kEntries[] = {
+    // 4:4:4
+    {"pxliRGBToYCbCr_8u_C3P3R", "RAWToARGB + ARGBToI444", callInTwo<RAWToARGB, ARGBToI444>},
+    {"pxliRGBToYCbCr_8u_AC4P3R", "ARGBToI444 (reads B,G,R,A)", call<ARGBToI444>},
+    {"pxliYCbCrToRGB_8u_P3C3R", "I444ToRAW", call<I444ToRAW>},
+    {"pxliYCbCrToRGB_8u_P3C4R", "I444ToABGR", call<I444ToABGR>},
+    {"pxliYCbCrToBGR_8u_P3C3R", "I444ToRGB24", call<I444ToRGB24>},
+    {"pxliYCbCrToBGR_8u_P3C4R", "I444ToARGB", call<I444ToARGB>},
+    {"pxliYCbCrToBGR_709CSC_8u_P3C3R", "I444ToRGB24Matrix (H709)", call<I444ToRGB24Matrix, &kYuvH709Constants>},
+    {"pxliYCbCrToBGR_709CSC_8u_P3C4R", "H444ToARGB", call<H444ToARGB>},
+    // 4:2:0 to RGB
+    {"pxliYCbCr420ToRGB_8u_P3C3R", "I420ToRAW", call<I420ToRAW>},
+    {"pxliYCbCr420ToRGB_8u_P2C3R", "NV12ToRAW", call<NV12ToRAW>},
+    {"pxliYCbCr420ToRGB_8u_P2C4R", "NV12ToABGR", call<NV12ToABGR>},
+    {"pxliYCbCr420ToBGR_8u_P3C3R", "I420ToRGB24", call<I420ToRGB24>},
+    {"pxliYCbCr420ToBGR_8u_P3C4R", "I420ToARGB", call<I420ToARGB>},
+    {"pxliYCbCr420ToBGR_8u_P2C3R", "NV12ToRGB24", call<NV12ToRGB24>},
+    {"pxliYCbCr420ToBGR_8u_P2C4R", "NV12ToARGB", call<NV12ToARGB>},
+    {"pxliYCbCr420ToBGR_709CSC_8u_P3C3R", "H420ToRGB24", call<H420ToRGB24>},
+    {"pxliYCbCr420ToBGR_709HDTV_8u_P3C4R", "I420ToARGBMatrix (F709: full range)",
+     call<I420ToARGBMatrix, &kYuvF709Constants>},
+    {"pxliYCrCb420ToRGB_8u_P2C3R", "NV21ToRAW", call<NV21ToRAW>},
+    {"pxliYCrCb420ToRGB_8u_P2C4R", "NV21ToABGR", call<NV21ToABGR>},
+    {"pxliYCrCb420ToRGB_8u_P3C4R", "I420ToABGR", call<I420ToABGR>},
+    {"pxliYCrCb420ToBGR_8u_P2C3R", "NV21ToRGB24", call<NV21ToRGB24>},
+    {"pxliYCrCb420ToBGR_8u_P2C4R", "NV21ToARGB", call<NV21ToARGB>},
+    {"pxliYCrCb420ToBGR_Filter_8u_P3C4R", "I420ToARGBMatrixFilter (bilinear: down as well)",
+     call<I420ToARGBMatrixFilter, &kYuvI601Constants>},
+    // RGB to 4:2:0; libyuv has no BT.709 encoder, the BT.601 one does the same work
+    {"pxliRGBToYCbCr420_8u_C3P3R", "RAWToI420", call<RAWToI420>},
+    {"pxliRGBToYCbCr420_8u_C3P2R", "RAWToARGB + ARGBToNV12", callInTwo<RAWToARGB, ARGBToNV12>},
+    {"pxliRGBToYCbCr420_8u_C4P2R", "ABGRToNV12", call<ABGRToNV12>},
+    {"pxliRGBToYCrCb420_8u_AC4P3R", "ABGRToI420", call<ABGRToI420>},
+    {"pxliBGRToYCbCr420_8u_C3P3R", "RGB24ToI420", call<RGB24ToI420>},
+    {"pxliBGRToYCbCr420_8u_AC4P3R", "ARGBToI420", call<ARGBToI420>},
+    {"pxliBGRToYCbCr420_8u_C3P2R", "RGB24ToARGB + ARGBToNV12", callInTwo<RGB24ToARGB, ARGBToNV12>},
+    {"pxliBGRToYCbCr420_8u_AC4P2R", "ARGBToNV12", call<ARGBToNV12>},
+    {"pxliBGRToYCbCr420_709CSC_8u_C3P3R", "RGB24ToI420 (BT.601)", call<RGB24ToI420>},
+    {"pxliBGRToYCbCr420_709CSC_8u_AC4P3R", "ARGBToI420 (BT.601)", call<ARGBToI420>},
+    {"pxliBGRToYCbCr420_709CSC_8u_C3P2R", "RGB24ToARGB + ARGBToNV12 (BT.601)", callInTwo<RGB24ToARGB, ARGBToNV12>},
+    {"pxliBGRToYCbCr420_709CSC_8u_AC4P2R", "ARGBToNV12 (BT.601)", call<ARGBToNV12>},
+    {"pxliBGRToYCbCr420_709HDTV_8u_AC4P3R", "ARGBToJ420 (BT.601 full range)", call<ARGBToJ420>},
+    {"pxliBGRToYCrCb420_8u_C3P3R", "RGB24ToI420", call<RGB24ToI420>},
+    {"pxliBGRToYCrCb420_8u_AC4P3R", "ARGBToI420", call<ARGBToI420>},
+    {"pxliBGRToYCrCb420_709CSC_8u_C3P3R", "RGB24ToI420 (BT.601)", call<RGB24ToI420>},
+    {"pxliBGRToYCrCb420_709CSC_8u_AC4P3R", "ARGBToI420 (BT.601)", call<ARGBToI420>},
+    // gray
+    {"pxliRGBToGray_8u_C3C1R", "RAWToJ400", call<RAWToJ400>},
+    {"pxliRGBToGray_8u_AC4C1R", "ABGRToJ400", call<ABGRToJ400>},
+    {"pxliGrayToRGB_8u_C1C4R", "J400ToARGB", call<J400ToARGB>},
+    {"pxliYCbCr422ToGray_8u_C2C1R", "YUY2ToY", call<YUY2ToY>},
+};
+
+std::optional<Peer> find(const Images& images) {
+    const auto entry = std::ranges::find(kEntries, images.function.name, &Entry::exportName);
+    if (entry == std::end(kEntries)) return std::nullopt;
+    return Peer{std::string(entry->call), [run = entry->run, &images] { return run(images); }};
+}
+
+}  // namespace
+
+PeerLibrary libyuvLibrary() { return {"libyuv", std::to_string(LIBYUV_VERSION), find}; }
+
+}  // namespace pxl::bench

@@ -1,0 +1,115 @@
+// swscale, which converts between any two of its pixel formats: a peer of every export whose two images it can name.
+//
+// SWS_POINT, one thread, no scaling: samples are converted as they stand. Where chroma has to be thinned out, SWS_POINT may
+// take some of the samples where this library averages all of them, so it has less to do.
+extern "C" {
+#include <libavutil/pixdesc.h>
+#include <libswscale/swscale.h>
+}
+
+#include <map>
+#include <memory>
+
+#include "peers.h"
+
+namespace pxl::bench {
+namespace {
+
+struct Format {
+    AVPixelFormat format = AV_PIX_FMT_NONE;
+    int order[3] = {0, 1, 2};  // which of our planes is its first, second, third
+};
+
+std::string samplingName(const catalog::ImageShape& image) {
+    const bool isYcbcr = image.space == "YCbCr" || image.space == "YCrCb" || image.space == "CbYCr";
+    return image.space + (isYcbcr ? std::to_string(image.sampling) : "") + " " + image.layout;
+}
+
+Format formatOf(const catalog::ImageShape& image) {
+    static const std::map<std::string, Format> bytes = {
+        {"RGB C3", {AV_PIX_FMT_RGB24}},
+        {"BGR C3", {AV_PIX_FMT_BGR24}},
+        {"RGB AC4", {AV_PIX_FMT_RGBA}},
+        {"RGB C4", {AV_PIX_FMT_RGBA}},
+        {"BGR AC4", {AV_PIX_FMT_BGRA}},
+        {"BGR C4", {AV_PIX_FMT_BGRA}},
+        {"RGB P3", {AV_PIX_FMT_GBRP, {1, 2, 0}}},
+        {"Gray C1", {AV_PIX_FMT_GRAY8}},
+        {"YCbCr444 P3", {AV_PIX_FMT_YUV444P}},
+        {"YCbCr422 P3", {AV_PIX_FMT_YUV422P}},
+        {"YCrCb422 P3", {AV_PIX_FMT_YUV422P, {0, 2, 1}}},
+        {"YCbCr420 P3", {AV_PIX_FMT_YUV420P}},
+        {"YCrCb420 P3", {AV_PIX_FMT_YUV420P, {0, 2, 1}}},
+        {"YCbCr411 P3", {AV_PIX_FMT_YUV411P}},
+        {"YCrCb411 P3", {AV_PIX_FMT_YUV411P, {0, 2, 1}}},
+        {"YCbCr420 P2", {AV_PIX_FMT_NV12}},
+        {"YCrCb420 P2", {AV_PIX_FMT_NV21}},
+        {"YCbCr422 C2", {AV_PIX_FMT_YUYV422}},
+        {"YCrCb422 C2", {AV_PIX_FMT_YVYU422}},
+        {"CbYCr422 C2", {AV_PIX_FMT_UYVY422}},
+    };
+    static const std::map<std::string, Format> words = {
+        {"RGB C3", {AV_PIX_FMT_RGB48LE}},
+        {"RGB AC4", {AV_PIX_FMT_RGBA64LE}},
+        {"RGB C4", {AV_PIX_FMT_RGBA64LE}},
+        {"Gray C1", {AV_PIX_FMT_GRAY16LE}},
+    };
+    const auto element = image.planes[0].element;
+    if (element != catalog::Element::u8 && element != catalog::Element::u16) return {};
+    const auto& formats = element == catalog::Element::u8 ? bytes : words;
+    const auto found = formats.find(samplingName(image));
+    return found == formats.end() ? Format{} : found->second;
+}
+
+struct Picture {
+    std::uint8_t* planes[4] = {};
+    int steps[4] = {};
+};
+
+Picture pictureOf(const std::vector<Plane>& planes, const Format& format) {
+    Picture picture;
+    for (std::size_t i = 0; i < planes.size(); ++i) {
+        const Plane plane = planes[planes.size() == 3 ? static_cast<std::size_t>(format.order[i]) : i];
+        picture.planes[i] = plane.first;
+        picture.steps[i] = plane.step;
+    }
+    return picture;
+}
+
+std::optional<Peer> find(const Images& images) {
+    const catalog::Export& function = images.function;
+    const Format from = formatOf(function.source), to = formatOf(function.destination);
+    const auto named = [&](const char* word) { return function.name.find(word) != std::string_view::npos; };
+    if (function.inPlace || from.format == AV_PIX_FMT_NONE || to.format == AV_PIX_FMT_NONE || from.format == to.format ||
+        named("_Filter") || named("_Interlace") || named("ColorTwist") || named("Gamma")) {
+        return std::nullopt;
+    }
+    std::shared_ptr<SwsContext> context(sws_getContext(images.width(), images.height(), from.format, images.width(),
+                                                       images.height(), to.format, SWS_POINT, nullptr, nullptr, nullptr),
+                                        sws_freeContext);
+    if (!context) return std::nullopt;
+    const bool is709 = named("_709");
+    if (is709) {
+        const int* matrix = sws_getCoefficients(SWS_CS_ITU709);
+        const int fullRange = named("_709HDTV");
+        if (sws_setColorspaceDetails(context.get(), matrix, fullRange, matrix, fullRange, 0, 1 << 16, 1 << 16) < 0) {
+            return std::nullopt;
+        }
+    }
+    const std::string call = std::string(av_get_pix_fmt_name(from.format)) + " to " + av_get_pix_fmt_name(to.format) +
+                             (named("_709HDTV") ? " (BT.709 full range)" : is709 ? " (BT.709)" : "");
+    return Peer{call, [context, source = pictureOf(images.source, from), destination = pictureOf(images.destination, to),
+                       height = images.height()] {
+                    return sws_scale(context.get(), source.planes, source.steps, 0, height, destination.planes,
+                                     destination.steps) == height;
+                }};
+}
+
+}  // namespace
+
+PeerLibrary swscaleLibrary() {
+    const unsigned version = swscale_version();
+    return {"swscale", std::to_string(version >> 16) + "." + std::to_string(version >> 8 & 255) + ", SWS_POINT", find};
+}
+
+}  // namespace pxl::bench
