@@ -3,6 +3,7 @@
 #   make demo      build, convert pictures, show where they are and how fast it was
 #   make test      build and run all tests
 #   make bench     time every function, next to the other libraries of the field
+#   make performance  the same, into docs/performance.md
 #   make install   build the library and the program and install them (PREFIX=/usr/local, DESTDIR=)
 #   make format    format the sources; format-check only tells
 #   make clean     remove what these tasks made
@@ -15,7 +16,7 @@ DEMO ?= out/demo
 TEST_TIMEOUT ?= 600
 BUILD = build/$(PRESET)
 
-.PHONY: help demo test bench install format format-check clean
+.PHONY: help demo test bench performance install format format-check clean
 
 help:
 	@sed -n '3,/^$$/s/^# \{0,1\}//p' Makefile
@@ -39,6 +40,11 @@ bench:
 	cmake --preset $(PRESET) >/dev/null
 	cmake --build $(BUILD) --target pxlcc_bench
 	$(BUILD)/bench/pxlcc_bench $(BENCH_ARGS)
+
+performance:
+	@$(MAKE) --no-print-directory bench BENCH_ARGS=--list >/dev/null
+	(cat bench/reading.md && build/bench/bench/pxlcc_bench) >build/performance.md
+	mv build/performance.md docs/performance.md
 
 # The program and the library alone, without what only the tests need.
 install: PRESET = install

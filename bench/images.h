@@ -2,6 +2,7 @@
 #pragma once
 
 #include <cstdint>
+#include <cstdlib>
 #include <memory>
 #include <vector>
 
@@ -9,21 +10,44 @@
 
 namespace pxl::bench {
 
+// The matrix of the colour twists: 3 rows of weights and offset, or 4 x 4 weights. No picture of values from 0 to 1
+// leaves that range through it, however often it goes.
+inline constexpr float kTwist[4][4] = {{0.5F, 0.25F, 0.125F, 0.0625F},
+                                       {0.125F, 0.5F, 0.25F, 0.0625F},
+                                       {0.25F, 0.125F, 0.5F, 0.0625F},
+                                       {0.125F, 0.125F, 0.25F, 0.5F}};
+
 struct Plane {
     std::uint8_t* first;
     int step;
     std::int64_t bytes;
 };
 
+// Memory for two images, the same for everything that is measured: what a copy costs depends on the pages that the
+// system happens to give. Huge pages, where the system has them, for the same reason.
+class Arena {
+public:
+    explicit Arena(std::int64_t bytesPerImage);
+    std::uint8_t* first() const { return memory_.get(); }
+    std::uint8_t* second() const;
+
+private:
+    struct Free {
+        void operator()(void* p) const { std::free(p); }
+    };
+    std::int64_t half_;
+    std::unique_ptr<std::uint8_t, Free> memory_;
+};
+
 class Images {
 public:
     // Source and destination of `function` at this size, rows and planes without gaps, each image at a multiple of 64.
-    Images(const catalog::Export& function, PxlSize size);
+    Images(const Arena& arena, const catalog::Export& function, PxlSize size);
 
     const catalog::Export& function;
     PxlSize size;
     std::vector<Plane> source, destination;
-    std::int64_t bytesRead = 0, bytesWritten = 0;
+    std::int64_t bytesRead, bytesWritten;
 
     int width() const { return size.width; }
     int height() const { return size.height; }
@@ -34,14 +58,12 @@ public:
     // The destination of an in-place function gets its pixels back.
     void restore() const;
 
-    std::vector<std::uint8_t> destinationBytes() const { return {writeArea_, writeArea_ + bytesWritten}; }
-
 private:
-    std::unique_ptr<std::uint8_t[]> memory_;
     std::uint8_t *readArea_, *writeArea_;
 };
 
-// What the two images of `function` take at this size.
-std::int64_t footprint(const catalog::Export& function, PxlSize size);
+// Bytes of the images that `function` reads and writes at this size.
+std::int64_t bytesRead(const catalog::Export& function, PxlSize size);
+std::int64_t bytesWritten(const catalog::Export& function, PxlSize size);
 
 }  // namespace pxl::bench

@@ -9,9 +9,7 @@ namespace {
 constexpr double kSeriesSeconds = 0.001;  // long against the clock's own cost, short against the machine's drift
 constexpr std::size_t kMinimumRounds = 5, kMaximumRounds = 200;
 
-double now() {
-    return std::chrono::duration<double>(std::chrono::steady_clock::now().time_since_epoch()).count();
-}
+double now() { return std::chrono::duration<double>(std::chrono::steady_clock::now().time_since_epoch()).count(); }
 
 double secondsOf(const Contender& contender, int runs) {
     contender.prepare();
@@ -30,23 +28,33 @@ double median(std::vector<double> values) {
 }
 
 void measure(std::vector<Contender>& contenders, double seconds) {
-    const double end = now() + seconds;
-    std::vector<int> runs;
+    struct Record {
+        int runs;
+        std::vector<double> rounds;
+        double spent = 0;
+    };
+    std::vector<Record> records;
     for (const Contender& contender : contenders) {
         secondsOf(contender, 1);  // touches the memory, lets the contender set itself up
         const double once = std::max(secondsOf(contender, 1), 1e-9);
-        runs.push_back(std::clamp(static_cast<int>(kSeriesSeconds / once) + 1, 1, contender.maximumRuns));
+        records.push_back({std::clamp(static_cast<int>(kSeriesSeconds / once) + 1, 1, contender.maximumRuns), {}});
     }
-    std::vector<std::vector<double>> rounds(contenders.size());
-    for (std::size_t round = 0; round < kMaximumRounds && (round < kMinimumRounds || now() < end); ++round) {
+    const double share = seconds / static_cast<double>(contenders.size());
+    bool someoneHasTime = true;
+    for (std::size_t round = 0; someoneHasTime && round < kMaximumRounds; ++round) {
+        someoneHasTime = false;
         for (std::size_t turn = 0; turn < contenders.size(); ++turn) {
             const std::size_t i = (round + turn) % contenders.size();  // nobody always follows the same one
-            rounds[i].push_back(secondsOf(contenders[i], runs[i]));
+            Record& record = records[i];
+            if (round >= kMinimumRounds && record.spent > share) continue;
+            record.rounds.push_back(secondsOf(contenders[i], record.runs));
+            record.spent += record.rounds.back() * record.runs;
+            someoneHasTime = true;
         }
     }
     for (std::size_t i = 0; i < contenders.size(); ++i) {
-        contenders[i].seconds = *std::min_element(rounds[i].begin(), rounds[i].end());
-        contenders[i].spread = median(rounds[i]) / contenders[i].seconds - 1;
+        contenders[i].seconds = *std::ranges::min_element(records[i].rounds);
+        contenders[i].spread = median(records[i].rounds) / contenders[i].seconds - 1;
     }
 }
 

@@ -1,8 +1,8 @@
 // Times several pieces of work against each other.
 //
-// Absolute times drift with the machine and its other programs; what this program wants are ratios. So the contenders of a
-// comparison take turns within milliseconds, for many rounds, and each is judged by its best round. A framework that
-// times one benchmark to its end before the next begins cannot do that, hence the few lines of our own.
+// Absolute times drift with the machine and its other programs; what this program wants are ratios. So the contenders
+// of a comparison take turns within milliseconds, for many rounds, and each is judged by its best round. A framework
+// that times one benchmark to its end before the next begins cannot do that, hence the few lines of our own.
 #pragma once
 
 #include <functional>
@@ -21,7 +21,8 @@ struct Contender {
     double spread = 0;   // result: by how much the median round was slower than the best
 };
 
-// Runs all contenders by turns until about `seconds` have passed, and five rounds at least.
+// Runs all contenders by turns, five rounds at least and then each as long as its equal share of `seconds` lasts: one
+// that is slow by a factor does not take the rounds of the others.
 void measure(std::vector<Contender>& contenders, double seconds);
 
 double median(std::vector<double> values);

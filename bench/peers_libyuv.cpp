@@ -1,12 +1,11 @@
-// libyuv. Its packed formats are named after little-endian words: RGB24 is B,G,R in memory, RAW is R,G,B, ARGB is B,G,R,A
-// and ABGR is R,G,B,A.
+// libyuv. Its packed formats are named after little-endian words: RGB24 is B,G,R in memory, RAW is R,G,B, ARGB is
+// B,G,R,A and ABGR is R,G,B,A.
 #include <libyuv.h>
 
 #include <algorithm>
-#include <map>
-#include <memory>
 #include <string_view>
 #include <tuple>
+#include <utility>
 
 #include "peers.h"
 
@@ -15,14 +14,14 @@ namespace {
 
 using Call = bool (*)(const Images& images);
 
-template <class Next, class... Parameters>
+template <class... Parameters, class Next>
 std::tuple<Parameters...> argumentsFor(int (*)(Parameters...), Next next) {
     return {next(Parameters{})...};  // braces: from left to right
 }
 
-// Hands a libyuv function what its parameters ask for: const bytes and the step after them are the next source plane, bytes
-// the next destination plane, a matrix is `matrix`, the last two integers are the size. Chroma planes are handed over as
-// Cb, Cr (libyuv's U, V).
+// Hands a libyuv function what its parameters ask for: const bytes and the step after them are the next source plane,
+// bytes the next destination plane, a matrix is `matrix`, the last two integers are the size. Chroma planes are handed
+// over as Cb, Cr (libyuv's U, V).
 class Arguments {
 public:
     Arguments(const Images& images, const libyuv::YuvConstants* matrix)
@@ -69,7 +68,8 @@ bool call(const Images& images) {
     return std::apply(function, argumentsFor(function, Arguments(images, matrix))) == 0;
 }
 
-// For 24-bit sources that libyuv takes by way of 32 bits only: two calls on strips of rows that stay in the nearest caches.
+// For 24-bit sources that libyuv takes by way of 32 bits only: two calls on strips of rows that stay in the nearest
+// caches.
 template <auto toArgb, auto fromArgb>
 bool callInTwo(const Images& images) {
     constexpr int kStrip = 8;
@@ -79,14 +79,16 @@ bool callInTwo(const Images& images) {
     const Plane src = images.source[0];
     for (int y = 0; y < images.height(); y += kStrip) {
         const int rows = std::min(kStrip, images.height() - y);
-        if (toArgb(src.first + std::ptrdiff_t{y} * src.step, src.step, strip.data(), width * 4, width, rows) != 0) return false;
+        if (toArgb(src.first + std::ptrdiff_t{y} * src.step, src.step, strip.data(), width * 4, width, rows) != 0)
+            return false;
         const auto at = [&](std::size_t i, int row) {
             return images.destination[i].first + std::ptrdiff_t{row} * images.destination[i].step;
         };
         const auto step = [&](std::size_t i) { return images.destination[i].step; };
         int failed = 0;
         if constexpr (requires { fromArgb(nullptr, 0, nullptr, 0, nullptr, 0, nullptr, 0, 0, 0); }) {
-            failed = fromArgb(strip.data(), width * 4, at(0, y), step(0), at(1, y), step(1), at(2, y), step(2), width, rows);
+            failed =
+                fromArgb(strip.data(), width * 4, at(0, y), step(0), at(1, y), step(1), at(2, y), step(2), width, rows);
         } else {
             failed = fromArgb(strip.data(), width * 4, at(0, y), step(0), at(1, y / 2), step(1), width, rows);
         }

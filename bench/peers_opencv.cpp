@@ -2,6 +2,7 @@
 #include <opencv2/core.hpp>
 #include <opencv2/imgproc.hpp>
 
+#include <cmath>
 #include <map>
 
 #include "peers.h"
@@ -11,21 +12,30 @@ namespace {
 
 int depthOf(catalog::Element element) {
     switch (element) {
-        case catalog::Element::u8: return CV_8U;
-        case catalog::Element::s8: return CV_8S;
-        case catalog::Element::u16: return CV_16U;
-        case catalog::Element::s16: return CV_16S;
-        case catalog::Element::s32: return CV_32S;
-        case catalog::Element::f32: return CV_32F;
-        case catalog::Element::f64: return CV_64F;
-        default: return -1;
+        case catalog::Element::u8:
+            return CV_8U;
+        case catalog::Element::s8:
+            return CV_8S;
+        case catalog::Element::u16:
+            return CV_16U;
+        case catalog::Element::s16:
+            return CV_16S;
+        case catalog::Element::s32:
+            return CV_32S;
+        case catalog::Element::f32:
+            return CV_32F;
+        case catalog::Element::f64:
+            return CV_64F;
+        default:
+            return -1;
     }
 }
 
 // One plane as a matrix on our memory.
 cv::Mat matOf(const Plane& plane, const catalog::PlaneShape& shape, PxlSize size) {
     return cv::Mat(static_cast<int>(shape.rows(size.height)), size.width >> shape.widthShift,
-                   CV_MAKETYPE(depthOf(shape.element), shape.channels), plane.first, static_cast<std::size_t>(plane.step));
+                   CV_MAKETYPE(depthOf(shape.element), shape.channels), plane.first,
+                   static_cast<std::size_t>(plane.step));
 }
 
 // A picture as cvtColor wants it: three planes of 4:2:0 lie behind each other in one matrix of bytes.
@@ -94,7 +104,8 @@ const std::map<std::string_view, Code> kCodes = {
 std::optional<Peer> converter(const Images& images) {
     const auto entry = kCodes.find(images.function.name);
     if (entry == kCodes.end()) return std::nullopt;
-    const auto [code, name] = entry->second;
+    const int code = entry->second.code;
+    const char* const name = entry->second.name;
     const catalog::Export& function = images.function;
     const cv::Mat source = pictureOf(images.source, function.source, images.size);
     const cv::Mat destination = pictureOf(images.destination, function.destination, images.size);
@@ -123,17 +134,12 @@ std::optional<Peer> transformer(const Images& images) {
         matrix.at<double>(1) = 0.587;
         matrix.at<double>(2) = 0.114;
     } else if (startsWith(function.name, "pxliColorTwist")) {
-        // the matrix of main.cpp, made of the same numbers: 0.5, 0.25, 0.125 around the diagonal, offset 0.0625
         const bool all = function.destination.layout == "C4";
-        matrix = cv::Mat::zeros(channels, all ? channels : channels + 1, CV_32F);
-        const int colours = all ? 4 : 3;
-        for (int row = 0; row < colours; ++row) {
-            for (int column = 0; column < 3; ++column) {
-                matrix.at<float>(row, column) = 0.5F / static_cast<float>(1 << ((3 + column - row % 3) % 3));
-            }
-            if (!all) matrix.at<float>(row, channels) = 0.0625F;
+        matrix = cv::Mat::eye(channels, all ? channels : channels + 1, CV_32F);
+        for (int row = 0; row < (all ? 4 : 3); ++row) {
+            for (int column = 0; column < 3; ++column) matrix.at<float>(row, column) = kTwist[row][column];
+            matrix.at<float>(row, all ? 3 : channels) = kTwist[row][3];
         }
-        if (!all && channels == 4) matrix.at<float>(3, 3) = 1;
     } else {
         return std::nullopt;
     }
