@@ -21,7 +21,11 @@
 namespace pxl::bench {
 namespace {
 
-constexpr Target kTargets[] = {Target::sse42, Target::avx2};
+struct NamedTarget {
+    Target target;
+    const char* name;
+};
+constexpr NamedTarget kTargets[] = {{Target::sse42, "SSE4.2"}, {Target::avx2, "AVX2"}, {Target::avx512, "AVX-512"}};
 
 struct Options {
     std::vector<std::string> filters;
@@ -32,17 +36,16 @@ struct Options {
 
 struct PeerResult {
     std::string call;
-    double ratio = 0;       // its time over ours
+    double nanoseconds = 0;
     double difference = 0;  // mean distance of its samples from ours
 };
 
 struct Result {
     const catalog::Export* function = nullptr;
-    double nanoseconds[2] = {};  // a pixel, by target; 0: the processor does not run it
-    double copies[2] = {};
+    double nanoseconds[std::size(kTargets)] = {};  // a pixel, by target; 0: the processor does not run it
+    double copyNanoseconds = 0;
     std::map<std::string, PeerResult> peers;  // by library
     std::vector<double> spreads;
-    double best() const { return nanoseconds[1] > 0 ? nanoseconds[1] : nanoseconds[0]; }
 };
 
 // ---- the sizes
@@ -154,11 +157,11 @@ Result compare(const Arena& arena, const catalog::Export& function, PxlSize size
     const auto restore = [&images] { images.restore(); };
     std::vector<Contender> contenders = {{"copy", [&images] { images.copy(); }, restore, maximumRuns}};
     std::vector<std::size_t> oursAt;
-    for (const Target target : kTargets) {
+    for (const auto& [target, name] : kTargets) {
         if (!processorRuns(target)) continue;
         oursAt.push_back(contenders.size());
-        contenders.push_back({"ours",
-                              [&, target] {
+        contenders.push_back({name,
+                              [&, target = target] {
                                   useTarget(target);
                                   const PxlStatus status = function.call(values.begin());
                                   if (status != pxlStatusOk) {
@@ -189,12 +192,12 @@ Result compare(const Arena& arena, const catalog::Export& function, PxlSize size
     const double pixels = static_cast<double>(images.pixels());
     for (std::size_t i = 0; i < oursAt.size(); ++i) {
         result.nanoseconds[i] = contenders[oursAt[i]].seconds * 1e9 / pixels;
-        result.copies[i] = contenders[oursAt[i]].seconds / contenders[0].seconds;
     }
     const Contender& ours = contenders[oursAt.back()];
+    result.copyNanoseconds = contenders[0].seconds * 1e9 / pixels;
     for (std::size_t i = firstPeer; i < contenders.size(); ++i) {
         PeerResult& peer = result.peers[contenders[i].name];
-        peer.ratio = contenders[i].seconds / ours.seconds;
+        peer.nanoseconds = contenders[i].seconds * 1e9 / pixels;
         peer.difference = difference(images, ours, contenders[i]);
     }
     for (const Contender& contender : contenders) result.spreads.push_back(contender.spread);
@@ -233,25 +236,35 @@ void header(std::vector<std::string> cells, std::size_t textColumns) {
     row(cells);
 }
 
+// A ratio with the best target, and in brackets with AVX2 where that is not the best.
+template <class Ratio>
+std::string ratios(const Result& result, Ratio ratio) {
+    const auto [sse42, avx2, avx512] = result.nanoseconds;
+    if (avx512 > 0) return number(ratio(avx512), 2) + " (" + number(ratio(avx2), 2) + ")";
+    return number(ratio(avx2 > 0 ? avx2 : sse42), 2);
+}
+
 void printTimes(const char* title, const std::vector<Result>& results) {
     const auto libraries = librariesIn(results);
     std::cout << "### " << results[0].function->family << ", " << title << "\n\n";
-    std::vector<std::string> titles = {"Function",      "ns/pixel SSE4.2", "ns/pixel AVX2",
-                                       "copies SSE4.2", "copies AVX2",     "AVX2 gain"};
+    std::vector<std::string> titles = {"Function"};
+    for (const NamedTarget& target : kTargets) titles.push_back(target.name);
+    titles.insert(titles.end(), {"AVX2 gain", "AVX-512 gain", "copies (AVX2)"});
     titles.insert(titles.end(), libraries.begin(), libraries.end());
     header(titles, 1);
     for (const Result& r : results) {
         std::vector<std::string> cells = {std::string(r.function->name)};
         for (const double ns : r.nanoseconds) cells.push_back(cell(ns, 3));
-        for (const double copies : r.copies) cells.push_back(cell(copies, 2));
-        cells.push_back(cell(r.nanoseconds[1] > 0 ? r.nanoseconds[0] / r.nanoseconds[1] : 0, 2));
+        for (std::size_t i = 1; i < std::size(kTargets); ++i) {
+            cells.push_back(cell(r.nanoseconds[i] > 0 ? r.nanoseconds[i - 1] / r.nanoseconds[i] : 0, 2));
+        }
+        cells.push_back(ratios(r, [&](double ns) { return ns / r.copyNanoseconds; }));
         for (const std::string& library : libraries) {
             const auto peer = r.peers.find(library);
             if (peer == r.peers.end()) {
                 cells.push_back("");
             } else {
-                cells.push_back(peer->second.ratio < 1 ? "**" + number(peer->second.ratio, 2) + "**"
-                                                       : number(peer->second.ratio, 2));
+                cells.push_back(ratios(r, [&](double ns) { return peer->second.nanoseconds / ns; }));
             }
         }
         row(cells);
@@ -354,8 +367,8 @@ void run(const Options& options) {
         std::cout << std::flush;
         first = last;
     }
-    std::cout << "The best round stands in the tables; the median round took " << number(median(spreads) * 100, 0)
-              << " % longer in the middle of all measurements. The smaller, the quieter was the machine.\n";
+    std::cout << "The best round stands in the tables. The median round took " << number(median(spreads) * 100, 0)
+              << " % longer (median of all measurements): the less, the quieter was the machine.\n";
 }
 
 }  // namespace
