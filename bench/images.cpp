@@ -21,58 +21,82 @@ std::vector<Plane> layOut(const catalog::ImageShape& image, PxlSize size, std::u
     std::vector<Plane> planes;
     for (const auto& shape : image.planes) {
         const std::int64_t step = shape.rowBytes(size.width), bytes = step * shape.rows(size.height);
-        planes.push_back({at, static_cast<int>(step), bytes});
+        planes.push_back({at, static_cast<int>(step), bytes, shape.element});
         at += bytes;
     }
     return planes;
 }
 
-template <class T>
-void put(std::uint8_t* at, std::int64_t i, T sample) {
-    std::memcpy(at + i * static_cast<std::int64_t>(sizeof(T)), &sample, sizeof sample);
+// Calls work(T{}) with the type of an element.
+template <class Work>
+auto withType(catalog::Element element, Work work) {
+    switch (element) {
+        case catalog::Element::u8:
+            return work(Pxl8u{});
+        case catalog::Element::s8:
+            return work(Pxl8s{});
+        case catalog::Element::u16:
+            return work(Pxl16u{});
+        case catalog::Element::s16:
+            return work(Pxl16s{});
+        case catalog::Element::u32:
+            return work(Pxl32u{});
+        case catalog::Element::s32:
+            return work(Pxl32s{});
+        case catalog::Element::f32:
+            return work(Pxl32f{});
+        default:
+            return work(Pxl64f{});
+    }
 }
 
-// Ramps with a little noise, as pictures have them, from 16 to 235 of 255. Pure noise would be unfair to whoever works
+void writeSample(std::uint8_t* at, catalog::Element element, double value) {
+    withType(element, [&](auto sample) {
+        sample = static_cast<decltype(sample)>(value);
+        std::memcpy(at, &sample, sizeof sample);
+    });
+}
+
+// From 0 to 1 to the range of the type; 32-bit integers get that of 16 bits, as the formats that use them do.
+double toRange(double value, catalog::Element element) {
+    switch (element) {
+        case catalog::Element::u8:
+            return value * 255;
+        case catalog::Element::s8:
+            return value * 255 - 128;
+        case catalog::Element::f32:
+        case catalog::Element::f64:
+            return value;
+        case catalog::Element::s16:
+        case catalog::Element::s32:
+            return value * 65535 - 32768;
+        default:
+            return value * 65535;
+    }
+}
+
+// Ramps with a little noise, as pictures have them, from 1/16 to 15/16. Pure noise would be unfair to whoever works
 // with tables.
-void fill(Plane plane, const catalog::PlaneShape& shape, int index, std::mt19937& random) {
-    std::uniform_real_distribution<double> noise(0, 8);
-    const std::int64_t rowSamples = plane.step / static_cast<std::int64_t>(catalog::bytesOf(shape.element));
-    for (std::int64_t y = 0, i = 0; y < plane.bytes / plane.step; ++y) {
-        for (std::int64_t k = 0; k < rowSamples; ++k, ++i) {
-            const std::int64_t x = k / shape.channels, channel = k % shape.channels + index;
-            const std::int64_t phase = (x / 2 + y + 70 * channel) % 422;
-            const double value = 16 + static_cast<double>(phase < 211 ? phase : 422 - phase) + noise(random);
-            switch (shape.element) {
-                case catalog::Element::u8:
-                    put(plane.first, i, static_cast<Pxl8u>(value));
-                    break;
-                case catalog::Element::s8:
-                    put(plane.first, i, static_cast<Pxl8s>(value - 128));
-                    break;
-                case catalog::Element::u16:
-                    put(plane.first, i, static_cast<Pxl16u>(value * 257));
-                    break;
-                case catalog::Element::s16:
-                    put(plane.first, i, static_cast<Pxl16s>(value * 257 - 32768));
-                    break;
-                case catalog::Element::u32:
-                    put(plane.first, i, static_cast<Pxl32u>(value * 16843009));
-                    break;
-                case catalog::Element::s32:
-                    put(plane.first, i, static_cast<Pxl32s>(value * 257 - 32768));
-                    break;
-                case catalog::Element::f32:
-                    put(plane.first, i, static_cast<Pxl32f>(value / 255));
-                    break;
-                case catalog::Element::f64:
-                    put(plane.first, i, value / 255);
-                    break;
-            }
-        }
+void fill(Plane plane, int channels, int index, std::mt19937& random) {
+    std::uniform_real_distribution<double> noise(0, 0.03);
+    const auto bytes = static_cast<int>(catalog::bytesOf(plane.element));
+    for (std::int64_t at = 0; at < plane.bytes; at += bytes) {
+        const std::int64_t k = at % plane.step / bytes, y = at / plane.step;
+        const std::int64_t x = k / channels, channel = k % channels + index;
+        const std::int64_t phase = (x / 2 + y + 70 * channel) % 422;
+        const double ramp = static_cast<double>(phase < 211 ? phase : 422 - phase) / 250;
+        writeSample(plane.first + at, plane.element, toRange(0.0625 + ramp + noise(random), plane.element));
     }
 }
 
 }  // namespace
+
+double readSample(const std::uint8_t* at, catalog::Element element) {
+    return withType(element, [at](auto sample) {
+        std::memcpy(&sample, at, sizeof sample);
+        return static_cast<double>(sample);
+    });
+}
 
 std::int64_t bytesRead(const catalog::Export& function, PxlSize size) { return bytesOf(function.source, size); }
 std::int64_t bytesWritten(const catalog::Export& function, PxlSize size) { return bytesOf(function.destination, size); }
@@ -99,7 +123,7 @@ Images::Images(const Arena& arena, const catalog::Export& function_, PxlSize siz
     destination = layOut(function.destination, size, writeArea_);
     std::mt19937 random(1);
     for (std::size_t i = 0; i < source.size(); ++i)
-        fill(source[i], function.source.planes[i], static_cast<int>(i), random);
+        fill(source[i], function.source.planes[i].channels, static_cast<int>(i), random);
 }
 
 void Images::copy() const {

@@ -21,7 +21,10 @@ struct Plane {
     std::uint8_t* first;
     int step;
     std::int64_t bytes;
+    catalog::Element element;
 };
+
+double readSample(const std::uint8_t* at, catalog::Element element);
 
 // Memory for two images, the same for everything that is measured: what a copy costs depends on the pages that the
 // system happens to give. Huge pages, where the system has them, for the same reason.
