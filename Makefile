@@ -26,7 +26,9 @@ demo:
 	cmake --preset $(PRESET) >/dev/null
 	cmake --build $(BUILD) --target pxlcc_tool
 	$(BUILD)/tools/pxlcc demo $(DEMO)
-	@echo && echo "Pictures to open:" && ls $(DEMO)/*.png
+	@echo
+	@echo "Open $(DEMO)/contact-sheet.png: all conversions at a glance. Beside it, for each conversion NAME of the table:"
+	@echo "NAME.png (there and back), NAME-between.png (the samples in between), NAME-difference-*.png (amplified)."
 
 test:
 	@scripts/install-packages build
