@@ -1,12 +1,12 @@
 # The common tasks, thin over CMakePresets.json. The tasks install the Debian packages that they miss.
 #
-#   make demo      build, convert pictures, show where they are and how fast it was
-#   make test      build and run all tests
-#   make bench     time every function, next to the other libraries of the field
+#   make demo         build, convert pictures, show where they are and how fast it was
+#   make test         build and run all tests
+#   make bench        time every function, next to the other libraries of the field
 #   make performance  the same, into docs/performance.md
-#   make install   build the library and the program and install them (PREFIX=/usr/local, DESTDIR=)
-#   make format    format the sources; format-check only tells
-#   make clean     remove what these tasks made
+#   make install      build the library and the program and install them (PREFIX=/usr/local, DESTDIR=)
+#   make format       format the sources; format-check only tells
+#   make clean        remove what these tasks made
 #
 # PRESET=clang make test: with another preset of CMakePresets.json.
 
