@@ -70,21 +70,22 @@ Image differencePicture(const Image& a, const Image& b, int factor) {
 }
 
 Image showComponents(const Image& image) {
+    const PxlSize size = image.size(), half = {size.width / 2, size.height / 2};
+    Image result = newPicture({size.width + half.width, size.height}, {0, 0, 0});
     const auto& planes = image.shape().planes;
-    int width = 0;
-    for (const auto& plane : planes) width += (image.size().width >> plane.widthShift) * std::min(plane.channels, 3);
-    Image result = newPicture({width, image.size().height}, {0, 0, 0});
-    int left = 0;
+    int count = 0;
     for (std::size_t i = 0; i < planes.size(); ++i)
-        for (int channel = 0; channel < std::min(planes[i].channels, 3); ++channel) {
+        for (int channel = 0; channel < planes[i].channels && count < 3; ++channel, ++count) {
             const auto plane = image.plane(i);
-            const int columns = image.size().width >> planes[i].widthShift;
-            for (int y = 0; y < static_cast<int>(plane.rows); ++y)
-                for (int x = 0; x < columns; ++x) {
+            Image gray = newPicture({size.width >> planes[i].widthShift, static_cast<int>(plane.rows)}, {0, 0, 0});
+            for (int y = 0; y < gray.size().height; ++y)
+                for (int x = 0; x < gray.size().width; ++x) {
                     const std::uint8_t v = plane.row(y)[x * planes[i].channels + channel];
-                    setPixel(result, left + x, y, {v, v, v});
+                    setPixel(gray, x, y, {v, v, v});
                 }
-            left += columns;
+            const PxlRect first = {0, 0, size.width, size.height};
+            const PxlRect other = {size.width, (count - 1) * half.height, half.width, half.height};
+            drawThumbnail(result, count == 0 ? first : other, gray);
         }
     return result;
 }

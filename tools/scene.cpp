@@ -91,7 +91,10 @@ void drawLines(Image& scene, PxlRect area) {
         const int top = area.y + i * height;
         fillRectangle(scene, {area.x, top, area.width, height}, kLines[i].paper);
         drawText(scene, area.x + 6, top + 5, "EDGES 0123456789", kLines[i].ink, 2);
-        drawText(scene, area.x + 210, top + 8, "SMALL PRINT IN COLOUR: CHROMA HAS HALF THE PIXELS", kLines[i].ink);
+        drawText(scene, area.x + 208, top + 5, "SMALL PRINT IN COLOUR", kLines[i].ink);
+        drawText(scene, area.x + 208, top + 15, "ONE DOT WIDE, 7 DOTS HIGH", kLines[i].ink);
+        for (int x = 0; x < area.width - 12; x += 2 + x / 12)
+            fillRectangle(scene, {area.x + 6 + x, top + 28, 1 + x / 30, height - 34}, kLines[i].ink);
     }
 }
 
@@ -100,7 +103,7 @@ void drawLines(Image& scene, PxlRect area) {
 Image drawScene() {
     Image scene = newPicture({960, 640}, {118, 118, 118});
     drawRamps(scene, {20, 20, 520, 220});
-    drawWheel(scene, 760, 170, 150);
+    drawWheel(scene, 750, 172, 150);
     drawRings(scene, {20, 250, 170, 170}, {0, 0, 0}, {255, 255, 255});
     drawRings(scene, {196, 250, 170, 170}, {220, 20, 20}, {20, 60, 230});
     drawRings(scene, {372, 250, 170, 170}, {0, 150, 60}, {230, 80, 200});
