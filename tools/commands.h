@@ -9,5 +9,6 @@ void addInfo(CLI::App& program);
 void addList(CLI::App& program);
 void addRun(CLI::App& program);
 void addDemo(CLI::App& program);
+void addConvert(CLI::App& program);
 
 }  // namespace pxl::tool

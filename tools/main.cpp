@@ -22,6 +22,7 @@ int main(int count, char** arguments) {
     pxl::tool::addList(program);
     pxl::tool::addRun(program);
     pxl::tool::addDemo(program);
+    pxl::tool::addConvert(program);
     try {
         program.parse(count, arguments);
         return 0;

@@ -1,18 +1,14 @@
 #include "pictures.h"
 
-#include <algorithm>
-#include <cctype>
-
 #include "error.h"
+#include "text.h"
 
 namespace pxl::tool {
 
 PictureFile pictureFile(const std::string& path) {
-    const auto dot = path.rfind('.');
-    std::string ending = dot == std::string::npos ? "" : path.substr(dot);
-    std::transform(ending.begin(), ending.end(), ending.begin(), [](unsigned char c) { return std::tolower(c); });
-    if (ending == ".png") return PictureFile::png;
-    return ending == ".ppm" || ending == ".pgm" || ending == ".pnm" ? PictureFile::pnm : PictureFile::none;
+    const std::string letters = ending(path);
+    if (letters == "png") return PictureFile::png;
+    return letters == "ppm" || letters == "pgm" || letters == "pnm" ? PictureFile::pnm : PictureFile::none;
 }
 
 Image readPicture(Input& input) {

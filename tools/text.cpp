@@ -1,5 +1,7 @@
 #include "text.h"
 
+#include <algorithm>
+#include <cctype>
 #include <charconv>
 
 #include "error.h"
@@ -29,6 +31,25 @@ std::vector<double> parseNumbers(const std::string& text, const std::string& wha
     }
     if (numbers.size() != count) fail(what, ": ", numbers.size(), " numbers where ", count, " are needed");
     return numbers;
+}
+
+std::string numberedPath(const std::string& path, int number) {
+    const auto percent = path.find('%');
+    const auto letter = path.find_first_not_of("0123456789", percent + 1);
+    if (percent == std::string::npos || letter == std::string::npos || path[letter] != 'd') return path;
+    std::string digits = std::to_string(number);
+    const auto width = static_cast<std::size_t>(std::min(9, std::atoi(path.c_str() + percent + 1)));
+    if (digits.size() < width) digits.insert(0, width - digits.size(), '0');
+    return path.substr(0, percent) + digits + path.substr(letter + 1);
+}
+
+bool isNumbered(const std::string& path) { return numberedPath(path, 0) != path; }
+
+std::string ending(const std::string& path) {
+    const auto dot = path.find_last_of("./");
+    std::string text = dot == std::string::npos || path[dot] == '/' ? "" : path.substr(dot + 1);
+    std::transform(text.begin(), text.end(), text.begin(), [](unsigned char c) { return std::tolower(c); });
+    return text;
 }
 
 }  // namespace pxl::tool

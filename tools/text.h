@@ -1,4 +1,4 @@
-// Sizes and lists of numbers as people type them.
+// Sizes, lists of numbers and file names as people type them.
 #pragma once
 
 #include <string>
@@ -13,5 +13,12 @@ PxlSize parseSize(const std::string& text);
 
 // Exactly `count` numbers separated by commas or blanks; `what` names them in the error.
 std::vector<double> parseNumbers(const std::string& text, const std::string& what, std::size_t count);
+
+// The path with its place for a number (%d or %04d, any width, filled with zeros) replaced.
+std::string numberedPath(const std::string& path, int number);
+bool isNumbered(const std::string& path);
+
+// What follows the last dot, in small letters.
+std::string ending(const std::string& path);
 
 }  // namespace pxl::tool

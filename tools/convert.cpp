@@ -1,0 +1,168 @@
+// pxlcc convert: pictures and video frames into each other.
+#include <optional>
+
+#include "call.h"
+#include "commands.h"
+#include "error.h"
+#include "frames.h"
+#include "progress.h"
+#include "text.h"
+
+namespace pxl::tool {
+
+namespace {
+
+struct ConvertOptions {
+    std::string in, out;
+    std::string size, format, to, sampling = "420", matrix = "601", rate;
+    std::int64_t frames = 0;
+    bool verbose = false;
+};
+
+// Where the frames go: in which kind of file and in which format.
+struct Target {
+    Container container = Container::raw;
+    const Format* format = nullptr;
+};
+
+Target chooseTarget(const ConvertOptions& options, const Format& source) {
+    const bool rawIn = !options.format.empty() && options.to.empty() && findFormat(options.format) == &source;
+    std::string kind = !options.to.empty() ? options.to : options.out == "-" ? "y4m" : ending(options.out);
+    if (kind == "pgm" || kind == "pnm") kind = "ppm";
+    if (kind == "png") return {Container::png, findFormat("rgb24")};
+    if (kind == "ppm") return {Container::pnm, findFormat("rgb24")};
+    if (kind == "y4m") {
+        const Format* format = source.isPicture() ? findY4m(options.sampling) : findY4m(source.y4m);
+        if (format == nullptr && source.isPicture())
+            fail("--sampling ", options.sampling, ": y4m has 420, 411 and 444");
+        // Frames whose own order y4m does not have: the same planes in the order that it has.
+        if (format == nullptr && source.family == findFormat("i420")->family) format = findFormat("i420");
+        if (format == nullptr) fail("a .y4m file cannot hold ", source.name, " frames");
+        return {Container::y4m, format};
+    }
+    if (const Format* format = findFormat(kind)) return {Container::raw, format};
+    if (!options.to.empty()) fail("--to ", options.to, ": there are png ppm y4m ", formatNames());
+    if (!options.format.empty() && !rawIn) return {Container::raw, &formatNamed(options.format)};
+    fail("the name ", options.out, " does not say what to write: give --to with png, ppm, y4m or one of ",
+         formatNames());
+}
+
+// One frame after the other from one format into another. Frames of an odd size are extended to whole chroma blocks by
+// repeating the last column and row, converted, and cut to their size again: nothing is lost at the edge.
+class Converter {
+public:
+    Converter(const Format& from, const Format& to, PxlSize size, const std::string& matrix)
+        : from_(from), to_(to), output_(to.shape, wholeBlocks(to, size)) {
+        if (from.family == to.family) return;
+        function_ = &exportBetween(from, to, matrix);
+        const PxlSize whole = wholeBlocks(from.isPicture() ? to : from, size);
+        picture_ = Image(from.isPicture() ? function_->source : function_->destination, whole);
+    }
+
+    // Null if the samples are only put in another order.
+    const catalog::Export* function() const { return function_; }
+
+    const Image& convert(const Image& frame) {
+        if (function_ == nullptr) {
+            if (!from_.isPicture()) return frame;
+            copyPicture(frame, output_);
+        } else if (from_.isPicture()) {
+            copyPicture(frame, picture_);
+            applyOrFail(*function_, picture_, output_);
+        } else {
+            Extras extras;
+            extras.alpha = opaque(Element::u8);
+            applyOrFail(*function_, frame, picture_, extras);
+            copyPicture(picture_, output_);
+        }
+        return output_;
+    }
+
+private:
+    const Format& from_;
+    const Format& to_;
+    Image output_;
+    const catalog::Export* function_ = nullptr;
+    Image picture_;  // the RGB side as the export has it
+};
+
+// "25", "30000:1001" or "30000/1001" as a .y4m parameter.
+std::string rateParameter(std::string rate) {
+    const auto slash = rate.find_first_of("/:");
+    if (slash == std::string::npos)
+        rate += ":1";
+    else
+        rate[slash] = ':';
+    if (rate.find_first_not_of("0123456789:") != std::string::npos || rate[0] == ':')
+        fail("--rate ", rate, ": write frames a second as 25 or 30000/1001");
+    return " F" + rate + " Ip A1:1";
+}
+
+void convert(const ConvertOptions& options) {
+    const auto source = openSource({options.in, options.format, options.size});
+    std::optional<Converter> converter;
+    std::unique_ptr<FrameSink> sink;
+    std::optional<Progress> progress;
+    std::optional<std::string> trouble;
+    std::int64_t count = 0;
+    Image frame;
+    while (options.frames == 0 || count < options.frames) {
+        try {
+            if (!source->next(frame)) break;
+        } catch (const Error& error) {
+            trouble = error.what();
+            break;
+        }
+        if (count++ == 0) {
+            StreamType type = source->type();
+            const Target target = chooseTarget(options, *type.format);
+            converter.emplace(*type.format, *target.format, type.size, options.matrix);
+            if (options.verbose)
+                note(type.size.width, 'x', type.size.height, ' ', type.format->name, " to ", target.format->name, ": ",
+                     converter->function() != nullptr ? converter->function()->name : "the same samples");
+            progress.emplace(options.frames > 0 && type.frames > options.frames ? options.frames : type.frames);
+            type.format = target.format;
+            if (!options.rate.empty()) type.y4mParameters = rateParameter(options.rate);
+            sink = openSink(options.out, target.container, type);
+        }
+        sink->put(converter->convert(frame));
+        progress->show(count);
+    }
+    progress.reset();
+    if (count == 0) fail(trouble ? *trouble : options.in + " holds no frame");
+    sink->finish();
+    if (trouble) fail(*trouble, " (", count, count == 1 ? " frame" : " frames", " before it converted)");
+}
+
+}  // namespace
+
+void addConvert(CLI::App& program) {
+    auto* command = program.add_subcommand("convert", "Convert pictures and video frames into each other");
+    auto options = std::make_shared<ConvertOptions>();
+    command->add_option("IN", options->in, "Pictures, video or raw frames; - for standard input")->required();
+    command->add_option("OUT", options->out, "What to write; - for standard output")->required();
+    command->add_option("--matrix", options->matrix, "Coefficients of YCbCr: 601 (default), 709 or 709hdtv")
+        ->check(CLI::IsMember({"601", "709", "709hdtv"}));
+    command->add_option("--size", options->size, "Width and height of raw frames in IN, as 1920x1080");
+    command->add_option("--format", options->format, "Format of raw frames: in IN with --size, else in OUT");
+    command->add_option("--to", options->to, "What OUT holds where its name does not say it: png ppm y4m or a format");
+    command->add_option("--sampling", options->sampling, "Of a .y4m made from pictures: 420 (default), 411 or 444");
+    command->add_option("--rate", options->rate,
+                        "Frames a second that a .y4m says, as 30000/1001 (default: as IN, or 25)");
+    command->add_option("--frames", options->frames, "Stop after so many frames")->check(CLI::PositiveNumber);
+    command->add_flag("--verbose", options->verbose, "Say which export is used");
+    command->footer(
+        "Files: .png .ppm .pgm (out_%04d.png for one a frame), .y4m with 4:2:0, 4:1:1 or 4:4:4, and raw frames whose "
+        "name\n"
+        "ends in their format (clip.nv12) or whose format is given. Formats: " +
+        formatNames() +
+        ".\nOn standard input pictures and y4m are recognised, standard output is y4m unless --to says otherwise. "
+        "Frames are\n"
+        "read, converted and written one at a time. A frame of odd width or height is extended to whole chroma samples "
+        "by\n"
+        "repeating its last column and row, and cut again afterwards. Alpha is dropped. If a stream is truncated or\n"
+        "malformed every whole frame before that is converted, and the exit status is 1.");
+    command->callback([options] { convert(*options); });
+}
+
+}  // namespace pxl::tool

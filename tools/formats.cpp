@@ -1,0 +1,126 @@
+#include "formats.h"
+
+#include <algorithm>
+
+#include "call.h"
+#include "error.h"
+
+namespace pxl::tool {
+
+namespace {
+
+// Shifts are those of the second and third plane; with pairs these are one plane.
+ImageShape videoShape(int sampling, int widthShift, int heightShift, bool pairs) {
+    ImageShape shape;
+    shape.space = "YCbCr";
+    shape.sampling = sampling;
+    shape.layout = pairs ? "P2" : "P3";
+    shape.planes = {{Element::u8, 1, 0, 0}};
+    for (int i = 0; i < (pairs ? 1 : 2); ++i)
+        shape.planes.push_back({Element::u8, pairs ? 2 : 1, widthShift, heightShift});
+    return shape;
+}
+
+ImageShape rgbShape(const char* space, int channels) {
+    ImageShape shape = pictureShape(Element::u8, channels);
+    shape.space = space;
+    return shape;
+}
+
+const std::vector<Format>& formats() {
+    static const std::vector<Format> list = {
+        {"rgb24", "rgb24", "rgb", "", rgbShape("RGB", 3), {0}},
+        {"bgr24", "bgr24", "rgb", "", rgbShape("BGR", 3), {0}},
+        {"rgba", "rgba", "rgb", "", rgbShape("RGB", 4), {0}},
+        {"bgra", "bgra", "rgb", "", rgbShape("BGR", 4), {0}},
+        {"i420", "yuv420p", "4:2:0 planes", "420jpeg", videoShape(420, 1, 1, false), {0, 1, 2}},
+        {"yv12", "yv12", "4:2:0 planes", "", videoShape(420, 1, 1, false), {0, 2, 1}},
+        {"nv12", "nv12", "4:2:0 Cb,Cr pairs", "", videoShape(420, 1, 1, true), {0, 1}},
+        {"nv21", "nv21", "4:2:0 Cr,Cb pairs", "", videoShape(420, 1, 1, true), {0, 1}},
+        {"i411", "yuv411p", "4:1:1 planes", "411", videoShape(411, 2, 0, false), {0, 1, 2}},
+        {"i444", "yuv444p", "4:4:4 planes", "444", videoShape(444, 0, 0, false), {0, 1, 2}},
+    };
+    return list;
+}
+
+// An empty name: the library has no such export.
+struct Route {
+    std::string_view family, matrix, encode, decode;
+};
+constexpr Route kRoutes[] = {
+    {"4:4:4 planes", "601", "pxliRGBToYCbCr_8u_C3P3R", "pxliYCbCrToRGB_8u_P3C3R"},
+    {"4:4:4 planes", "709", "", "pxliYCbCrToBGR_709CSC_8u_P3C3R"},
+    {"4:2:0 planes", "601", "pxliRGBToYCbCr420_8u_C3P3R", "pxliYCbCr420ToRGB_8u_P3C3R"},
+    {"4:2:0 planes", "709", "pxliBGRToYCbCr420_709CSC_8u_C3P3R", "pxliYCbCr420ToBGR_709CSC_8u_P3C3R"},
+    {"4:2:0 planes", "709hdtv", "pxliBGRToYCbCr420_709HDTV_8u_AC4P3R", "pxliYCbCr420ToBGR_709HDTV_8u_P3C4R"},
+    {"4:2:0 Cb,Cr pairs", "601", "pxliRGBToYCbCr420_8u_C3P2R", "pxliYCbCr420ToRGB_8u_P2C3R"},
+    {"4:2:0 Cb,Cr pairs", "709", "pxliBGRToYCbCr420_709CSC_8u_C3P2R", ""},
+    {"4:2:0 Cr,Cb pairs", "601", "", "pxliYCrCb420ToRGB_8u_P2C3R"},
+    {"4:1:1 planes", "601", "pxliBGRToYCbCr411_8u_C3P3R", "pxliYCbCr411ToBGR_8u_P3C3R"},
+};
+
+}  // namespace
+
+const Format* findFormat(std::string_view name) {
+    const auto found = std::ranges::find_if(
+        formats(), [&](const Format& format) { return format.name == name || format.otherName == name; });
+    return found == formats().end() ? nullptr : &*found;
+}
+
+const Format& formatNamed(std::string_view name) {
+    const Format* format = findFormat(name);
+    if (format == nullptr) fail("no format is called ", name, "; there are ", formatNames());
+    return *format;
+}
+
+std::string formatNames() {
+    std::string names;
+    for (const Format& format : formats()) names.append(names.empty() ? "" : " ").append(format.name);
+    return names;
+}
+
+const Format* findY4m(std::string_view colourSpace) {
+    // The 4:2:0 kinds differ in where the chroma samples lie, which these conversions do not distinguish.
+    static constexpr std::string_view k420[] = {"420", "420jpeg", "420mpeg2", "420paldv"};
+    if (std::ranges::find(k420, colourSpace) != std::end(k420)) colourSpace = "420jpeg";
+    const auto found = std::ranges::find(formats(), colourSpace, &Format::y4m);
+    return found == formats().end() || colourSpace.empty() ? nullptr : &*found;
+}
+
+PxlSize wholeBlocks(const Format& format, PxlSize size) {
+    const auto roundUp = [](int value, int shift) { return ((value - 1) >> shift << shift) + (1 << shift); };
+    const auto& chroma = format.shape.planes.back();
+    return {roundUp(size.width, chroma.widthShift), roundUp(size.height, chroma.heightShift)};
+}
+
+PlaneExtent extentInFile(const Format& format, std::size_t plane, PxlSize size) {
+    const auto& shape = format.shape.planes[plane];
+    const PxlSize whole = shape.widthShift + shape.heightShift > 0 ? wholeBlocks(format, size) : size;
+    return {shape.rowBytes(whole.width), shape.rows(whole.height)};
+}
+
+std::int64_t bytesInFile(const Format& format, PxlSize size) {
+    std::int64_t bytes = 0;
+    for (const std::size_t plane : format.file) {
+        const auto extent = extentInFile(format, plane, size);
+        bytes += extent.rowBytes * extent.rows;
+    }
+    return bytes;
+}
+
+const catalog::Export& exportBetween(const Format& from, const Format& to, const std::string& matrix) {
+    if (from.isPicture() == to.isPicture())
+        fail("no conversion from ", from.name, " to ", to.name, ": one of them has to be a picture (RGB)");
+    const bool encodes = from.isPicture();
+    std::string others;
+    for (const Route& route : kRoutes) {
+        const std::string_view name = encodes ? route.encode : route.decode;
+        if (route.family != (encodes ? to : from).family || name.empty()) continue;
+        if (route.matrix == matrix) return exportNamed(std::string(name));
+        others.append(others.empty() ? "" : ", ").append(route.matrix);
+    }
+    fail("no conversion from ", from.name, " to ", to.name, " with the matrix ", matrix,
+         others.empty() ? "; nor with another" : "; there is one with " + others);
+}
+
+}  // namespace pxl::tool

@@ -1,0 +1,44 @@
+// How frames of pictures and video lie in memory and in files, and which exports lead from one to the other.
+#pragma once
+
+#include <string>
+#include <string_view>
+#include <vector>
+
+#include "image.h"
+
+namespace pxl::tool {
+
+struct Format {
+    std::string_view name;          // as --format takes it, and as a file name may end
+    std::string_view otherName;     // what ffmpeg calls it
+    std::string_view family;        // formats of one family differ only in the order of their planes in files
+    std::string_view y4m;           // its colour space in a YUV4MPEG2 header, empty if it has none
+    ImageShape shape;               // planes in the order Y, Cb, Cr
+    std::vector<std::size_t> file;  // the same planes in the order of a file
+
+    bool isPicture() const { return family == "rgb"; }
+};
+
+// Null if there is none of that name.
+const Format* findFormat(std::string_view name);
+const Format& formatNamed(std::string_view name);
+// All names, for messages.
+std::string formatNames();
+// The format of a YUV4MPEG2 colour space (without the C), null for those that are not read.
+const Format* findY4m(std::string_view colourSpace);
+
+// The size rounded up to whole chroma samples: what a frame of that size takes in memory.
+PxlSize wholeBlocks(const Format& format, PxlSize size);
+// Bytes of a row and number of rows of a plane in a file: the chroma of an odd size is rounded up.
+struct PlaneExtent {
+    std::int64_t rowBytes, rows;
+};
+PlaneExtent extentInFile(const Format& format, std::size_t plane, PxlSize size);
+std::int64_t bytesInFile(const Format& format, PxlSize size);
+
+// The export from video to a picture or from a picture to video, in the coefficient set "601", "709" or "709hdtv". An
+// error says which sets there are.
+const catalog::Export& exportBetween(const Format& from, const Format& to, const std::string& matrix);
+
+}  // namespace pxl::tool

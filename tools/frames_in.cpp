@@ -1,0 +1,180 @@
+#include <unistd.h>
+
+#include <sstream>
+
+#include "error.h"
+#include "frames.h"
+#include "text.h"
+
+namespace pxl::tool {
+
+namespace {
+
+constexpr int kLargestSide = 65536;
+
+void checkSide(const std::string& name, PxlSize size) {
+    if (size.width < 1 || size.height < 1 || size.width > kLargestSide || size.height > kLargestSide)
+        fail(name, ": a frame size of ", size.width, 'x', size.height, " is not possible");
+}
+
+// Pictures from one stream, or from files whose numbers count up.
+class PictureSource : public FrameSource {
+public:
+    explicit PictureSource(std::unique_ptr<Input> stream) : stream_(std::move(stream)) { start(); }
+    explicit PictureSource(const std::string& pattern) : pattern_(pattern) {
+        start();
+        // The numbers start with 1 or 0.
+        if (access(numberedPath(pattern_, 0).c_str(), F_OK) == 0) number_ = 0;
+    }
+
+    bool next(Image& frame) override {
+        if (!pattern_.empty()) {
+            const std::string path = numberedPath(pattern_, number_);
+            if (number_ > 1 && access(path.c_str(), F_OK) != 0) return false;
+            stream_ = std::make_unique<Input>(path);
+            ++number_;
+        } else if (stream_->offset() > 0 && stream_->peek() < 0) {
+            return false;
+        }
+        const Image picture = readPicture(*stream_);
+        if (picture.shape().planes[0].element != Element::u8)
+            fail(stream_->name(), ": a 16-bit picture; 8 bits are needed");
+        const PxlSize size = picture.size();
+        checkSide(stream_->name(), size);
+        if (type_.size.width == 0) type_.size = size;
+        if (size.width != type_.size.width || size.height != type_.size.height)
+            fail(stream_->name(), ": a picture of ", size.width, 'x', size.height, " after those of ", type_.size.width,
+                 'x', type_.size.height);
+        if (frame.planes() == 0) frame = Image(type_.format->shape, size);
+        copyPicture(picture, frame);
+        return true;
+    }
+
+private:
+    void start() { type_.format = findFormat("rgb24"); }
+
+    std::unique_ptr<Input> stream_;
+    std::string pattern_;
+    int number_ = 1;
+};
+
+// Frames of planes one after the other, in a .y4m stream each after a line that starts with FRAME.
+class VideoSource : public FrameSource {
+public:
+    VideoSource(std::unique_ptr<Input> input, const Format& format, PxlSize size) : input_(std::move(input)) {
+        type_.format = &format;
+        type_.size = size;
+        start();
+    }
+
+    explicit VideoSource(std::unique_ptr<Input> input) : input_(std::move(input)), isY4m_(true) {
+        readHeader();
+        start();
+    }
+
+    bool next(Image& frame) override {
+        if (input_->peek() < 0) return false;
+        ++number_;
+        frameStart_ = input_->offset();
+        if (isY4m_) {
+            const std::string line = readLine();
+            if (line != "FRAME" && line.rfind("FRAME ", 0) != 0)
+                fail(place(), ": malformed, a line that starts with FRAME has to stand there");
+        }
+        if (frame.planes() == 0) frame = Image(type_.format->shape, wholeBlocks(*type_.format, type_.size));
+        std::int64_t read = 0;
+        for (const std::size_t plane : type_.format->file) {
+            const auto extent = extentInFile(*type_.format, plane, type_.size);
+            for (std::int64_t y = 0; y < extent.rows; ++y) {
+                const auto count = static_cast<std::size_t>(extent.rowBytes);
+                const std::size_t got = input_->read(frame.plane(plane).row(y), count);
+                read += static_cast<std::int64_t>(got);
+                if (got != count)
+                    fail(place(), ": truncated, ", read, " of ", bytesInFile(*type_.format, type_.size),
+                         " bytes of samples are there");
+            }
+        }
+        return true;
+    }
+
+private:
+    void start() {
+        checkSide(input_->name(), type_.size);
+        const std::int64_t frame = bytesInFile(*type_.format, type_.size) + (isY4m_ ? 6 : 0);
+        if (input_->size() >= 0) type_.frames = (input_->size() - input_->offset()) / frame;
+    }
+
+    std::string place() const {
+        return input_->name() + ": frame " + std::to_string(number_) + " at byte " + std::to_string(frameStart_);
+    }
+
+    std::string readLine() {
+        constexpr std::size_t kLongest = 1024;
+        std::string line;
+        for (char c = 0; line.size() < kLongest && input_->read(&c, 1) == 1 && c != '\n';) line += c;
+        return line;
+    }
+
+    void readHeader() {
+        std::istringstream header(readLine());
+        std::string word, colour = "420";
+        header >> word;
+        if (word != "YUV4MPEG2") fail(input_->name(), ": malformed, no YUV4MPEG2 header");
+        while (header >> word) {
+            const std::string value = word.substr(1);
+            switch (word[0]) {
+                case 'W':
+                    type_.size.width = std::atoi(value.c_str());
+                    break;
+                case 'H':
+                    type_.size.height = std::atoi(value.c_str());
+                    break;
+                case 'C':
+                    colour = value;
+                    break;
+                case 'F':
+                case 'I':
+                case 'A':
+                    type_.y4mParameters += " " + word;
+                    break;
+                default:
+                    break;
+            }
+            if (word == "XCOLORRANGE=FULL")
+                note(input_->name(), " says it has full-range samples; the conversions take them as studio range");
+        }
+        type_.format = findY4m(colour);
+        if (type_.format == nullptr)
+            fail(input_->name(), ": frames of the kind C", colour, "; only 8-bit 4:2:0, 4:1:1 and 4:4:4 are read");
+    }
+
+    std::unique_ptr<Input> input_;
+    bool isY4m_ = false;
+    std::int64_t number_ = 0, frameStart_ = 0;
+};
+
+}  // namespace
+
+std::unique_ptr<FrameSource> openSource(const SourceOptions& options) {
+    const std::string& path = options.path;
+    if (isNumbered(path)) return std::make_unique<PictureSource>(path);
+    const Format* format = options.format.empty() ? findFormat(ending(path)) : &formatNamed(options.format);
+    auto input = std::make_unique<Input>(path);
+    if (format != nullptr) {
+        if (options.size.empty()) fail(path, " holds raw frames: give their size with --size WxH");
+        return std::make_unique<VideoSource>(std::move(input), *format, parseSize(options.size));
+    }
+    switch (input->peek()) {
+        case 'Y':
+            return std::make_unique<VideoSource>(std::move(input));
+        case 'P':
+        case 0x89:
+            return std::make_unique<PictureSource>(std::move(input));
+        case -1:
+            fail(input->name(), " is empty");
+        default:
+            fail(input->name(), " is no PNG, PPM or YUV4MPEG2 file; for raw frames give --format and --size WxH");
+    }
+}
+
+}  // namespace pxl::tool
