@@ -26,7 +26,6 @@ struct Target {
 };
 
 Target chooseTarget(const ConvertOptions& options, const Format& source) {
-    const bool rawIn = !options.format.empty() && options.to.empty() && findFormat(options.format) == &source;
     std::string kind = !options.to.empty() ? options.to : options.out == "-" ? "y4m" : ending(options.out);
     if (kind == "pgm" || kind == "pnm") kind = "ppm";
     if (kind == "png") return {Container::png, findFormat("rgb24")};
@@ -42,7 +41,7 @@ Target chooseTarget(const ConvertOptions& options, const Format& source) {
     }
     if (const Format* format = findFormat(kind)) return {Container::raw, format};
     if (!options.to.empty()) fail("--to ", options.to, ": there are png ppm y4m ", formatNames());
-    if (!options.format.empty() && !rawIn) return {Container::raw, &formatNamed(options.format)};
+    if (!options.format.empty() && options.size.empty()) return {Container::raw, &formatNamed(options.format)};
     fail("the name ", options.out, " does not say what to write: give --to with png, ppm, y4m or one of ",
          formatNames());
 }
@@ -95,7 +94,7 @@ std::string rateParameter(std::string rate) {
         rate[slash] = ':';
     if (rate.find_first_not_of("0123456789:") != std::string::npos || rate[0] == ':')
         fail("--rate ", rate, ": write frames a second as 25 or 30000/1001");
-    return " F" + rate + " Ip A1:1";
+    return "F" + rate;
 }
 
 void convert(const ConvertOptions& options) {
@@ -122,7 +121,7 @@ void convert(const ConvertOptions& options) {
                      converter->function() != nullptr ? converter->function()->name : "the same samples");
             progress.emplace(options.frames > 0 && type.frames > options.frames ? options.frames : type.frames);
             type.format = target.format;
-            if (!options.rate.empty()) type.y4mParameters = rateParameter(options.rate);
+            if (!options.rate.empty()) type.rate = rateParameter(options.rate);
             sink = openSink(options.out, target.container, type);
         }
         sink->put(converter->convert(frame));

@@ -14,9 +14,9 @@ namespace pxl::tool {
 struct StreamType {
     const Format* format = nullptr;
     PxlSize size = {0, 0};
-    // What a .y4m header says besides: F, then I and A with a leading blank each, then C.
+    // What a .y4m header says besides: F, then all others with a leading blank each, then C.
     std::string rate = "F25:1", others = " Ip A1:1", colour;
-    std::int64_t frames = -1;   // how many are there, -1 if not known
+    std::int64_t frames = -1;  // how many are there, -1 if not known
 };
 
 class FrameSource {

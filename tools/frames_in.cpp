@@ -30,7 +30,7 @@ public:
     bool next(Image& frame) override {
         if (!pattern_.empty()) {
             const std::string path = numberedPath(pattern_, number_);
-            if (number_ > 1 && access(path.c_str(), F_OK) != 0) return false;
+            if (type_.size.width > 0 && access(path.c_str(), F_OK) != 0) return false;
             stream_ = std::make_unique<Input>(path);
             ++number_;
         } else if (stream_->offset() > 0 && stream_->peek() < 0) {
@@ -117,7 +117,9 @@ private:
 
     void readHeader() {
         std::istringstream header(readLine());
-        std::string word, colour = "420";
+        std::string word;
+        type_.colour = "C420";
+        type_.others = "";
         header >> word;
         if (word != "YUV4MPEG2") fail(input_->name(), ": malformed, no YUV4MPEG2 header");
         while (header >> word) {
@@ -130,22 +132,21 @@ private:
                     type_.size.height = std::atoi(value.c_str());
                     break;
                 case 'C':
-                    colour = value;
+                    type_.colour = word;
                     break;
                 case 'F':
-                case 'I':
-                case 'A':
-                    type_.y4mParameters += " " + word;
+                    type_.rate = word;
                     break;
                 default:
+                    type_.others += " " + word;
                     break;
             }
             if (word == "XCOLORRANGE=FULL")
                 note(input_->name(), " says it has full-range samples; the conversions take them as studio range");
         }
-        type_.format = findY4m(colour);
+        type_.format = findY4m(type_.colour.substr(1));
         if (type_.format == nullptr)
-            fail(input_->name(), ": frames of the kind C", colour, "; only 8-bit 4:2:0, 4:1:1 and 4:4:4 are read");
+            fail(input_->name(), ": frames of the kind ", type_.colour, "; only 8-bit 4:2:0, 4:1:1 and 4:4:4 are read");
     }
 
     std::unique_ptr<Input> input_;
@@ -158,12 +159,14 @@ private:
 std::unique_ptr<FrameSource> openSource(const SourceOptions& options) {
     const std::string& path = options.path;
     if (isNumbered(path)) return std::make_unique<PictureSource>(path);
-    const Format* format = options.format.empty() ? findFormat(ending(path)) : &formatNamed(options.format);
     auto input = std::make_unique<Input>(path);
-    if (format != nullptr) {
-        if (options.size.empty()) fail(path, " holds raw frames: give their size with --size WxH");
-        return std::make_unique<VideoSource>(std::move(input), *format, parseSize(options.size));
+    if (!options.size.empty()) {
+        const std::string name = options.format.empty() ? ending(path) : options.format;
+        if (options.format.empty() && findFormat(name) == nullptr)
+            fail("--size is for raw frames: give their --format too, one of ", formatNames());
+        return std::make_unique<VideoSource>(std::move(input), formatNamed(name), parseSize(options.size));
     }
+    if (findFormat(ending(path)) != nullptr) fail(path, " holds raw frames: give their size with --size WxH");
     switch (input->peek()) {
         case 'Y':
             return std::make_unique<VideoSource>(std::move(input));

@@ -1,4 +1,5 @@
 #include <optional>
+#include <sstream>
 
 #include "error.h"
 #include "frames.h"
@@ -40,9 +41,15 @@ public:
     StreamSink(const std::string& path, Container container, const StreamType& type)
         : output_(path), container_(container), type_(type) {
         if (container_ != Container::y4m) return;
-        const std::string parameters = type.y4mParameters.empty() ? " F25:1 Ip A1:1" : type.y4mParameters;
-        writeText("YUV4MPEG2 W" + std::to_string(type.size.width) + " H" + std::to_string(type.size.height) +
-                  parameters + " C" + std::string(type.format->y4m) + "\n");
+        std::ostringstream header;
+        header << "YUV4MPEG2 W" << type.size.width << " H" << type.size.height << ' ' << type.rate << type.others
+               << ' ';
+        if (type.colour.empty())
+            header << 'C' << type.format->y4m;
+        else
+            header << type.colour;
+        header << '\n';
+        writeText(header.str());
     }
 
     void put(const Image& frame) override {

@@ -86,5 +86,49 @@ fails 'cannot write' run pxliRGBToYCbCr_8u_C3R in.ppm -o missing/out.png
 fails 'No space' run pxliRGBToYCbCr_8u_C3R in.ppm -o /dev/full
 fails 'required' run pxliRGBToYCbCr_8u_C3R in.ppm
 
+# convert: frames through pictures and back, in files and in pipes.
+frame() { head -c 570 planes.raw; }
+{ printf 'YUV4MPEG2 W19 H10 F30:1 Ip A1:1 C444\n'; for i in 1 2 3; do printf 'FRAME\n'; frame; done; } >clip.y4m
+works convert clip.y4m frame_%03d.png
+[ "$(ls frame_*.png)" = "$(printf 'frame_%03d.png\n' 1 2 3)" ] || wrong "numbered pictures"
+works convert clip.y4m clip.rgb24
+works convert frame_%03d.png pictures.rgb24
+same clip.rgb24 pictures.rgb24
+cat rgb.samples rgb.samples rgb.samples >expected.rgb24
+same clip.rgb24 expected.rgb24
+works convert clip.y4m clip.yuv --to i444
+{ frame; frame; frame; } >expected.yuv
+same clip.yuv expected.yuv
+works convert clip.yuv again.y4m --format i444 --size 19x10 --rate 30
+same clip.y4m again.y4m
+pxlcc convert - - --to ppm <clip.y4m 2>stderr | "${program[@]}" convert - - --sampling 444 2>>stderr | head -1 >header
+[ "$(cat header)" = 'YUV4MPEG2 W19 H10 F25:1 Ip A1:1 C444' ] && [ ! -s stderr ] || wrong "convert in a pipe: $(cat stderr)"
+
+# convert: whole frames before the fault are kept, nothing else.
+head -c 1400 clip.y4m >short.y4m
+sed 's/^FRAME$/FRAMES/' clip.y4m >malformed.y4m
+pxlcc convert - kept_%d.png <short.y4m 2>stderr && wrong "a truncated stream is accepted"
+grep -q 'frame 3 at byte 1189: truncated, 205 of 570 .* 2 frames before' stderr || wrong "message: $(cat stderr)"
+[ "$(echo kept_*)" = 'kept_1.png kept_2.png' ] || wrong "frames before the fault: $(echo kept_*)"
+pxlcc convert short.y4m kept.rgb24 2>/dev/null && wrong "a truncated stream is accepted"
+[ "$(wc -c <kept.rgb24)" = 1140 ] || wrong "whole frames before the fault"
+fails 'frame 1 at byte .* malformed' convert malformed.y4m out.rgb24
+fails 'truncated' convert clip.yuv out.png --format i444 --size 40x40
+fails 'more than one frame' convert clip.y4m out.png
+fails 'with the matrix 709; there is one with 601' convert in.ppm out.y4m --sampling 444 --matrix 709
+fails 'give their size' convert pictures.rgb24 out.y4m
+fails 'for raw frames give' convert planes.raw out.png
+fails 'does not say what to write' convert clip.y4m out.thing
+fails 'kind C420p10' convert - out.png <<<'YUV4MPEG2 W4 H4 C420p10'
+fails 'frame size of 0x4' convert - out.png <<<'YUV4MPEG2 W0 H4'
+fails 'holds no frame' convert - out.png <<<'YUV4MPEG2 W4 H4'
+
+# demo: a row and three pictures for each conversion.
+works demo pictures
+rows=$(($(wc -l <stdout) - 1))
+[ "$rows" -gt 3 ] && [ "$(ls pictures/*-difference-*.png | wc -l)" = "$rows" ] || wrong "demo: $rows rows, $(ls pictures)"
+for picture in pictures/source.png pictures/contact-sheet.png; do [ -s $picture ] || wrong "demo makes no $picture"; done
+fails '16-bit' demo out --image deep.ppm
+
 [ $failures = 0 ] && echo "all as expected"
 exit $((failures > 0))
