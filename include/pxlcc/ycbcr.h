@@ -88,6 +88,110 @@ PXLCC_API PxlStatus pxliYCbCrToBGR_709CSC_8u_P3C3R(const Pxl8u* pSrc[3], int src
 PXLCC_API PxlStatus pxliYCbCrToBGR_709CSC_8u_P3C4R(const Pxl8u* pSrc[3], int srcStep, Pxl8u* pDst, int dstStep,
                                                    PxlSize roiSize, Pxl8u aval);
 
+/*
+ * RGB or BGR to YCbCr 4:2:0 and 4:1:1
+ * ===================================
+ *
+ * 8-bit R'G'B' to Y'CbCr with one Cb and one Cr for four pixels: for each block of 2 x 2 (420) or for four pixels side
+ * by side (411), from their sums. Coefficients: ITU-R BT.601, luma 16..235 and chroma 16..240 around 128; _709CSC:
+ * ITU-R BT.709 in the same ranges; _709HDTV: ITU-R BT.709 with luma over the full range and every code limited
+ * to 1..254.
+ *
+ * Source. C3: three interleaved bytes a pixel in the order of the name; AC4 and C4: four, of which the last is ignored.
+ *
+ * Destination. P3: the planes Y, Cb and Cr (YCrCb: Y, Cr and Cb), each with its step. The Y plane has the size of the
+ * region, the chroma planes are width / 2 x height / 2 (420) or width / 4 x height (411), rounded down. P2: a Y plane
+ * and a plane with the two bytes Cb, Cr for each block. Steps are signed byte distances and are not checked.
+ *
+ * Sizes that fill no whole blocks: the last odd column and the last odd row (411: the last width mod 4 columns) are not
+ * converted. Nothing is written for them, luma neither, and the status is pxlStatusOddSize. So an image of one column
+ * or one row is left alone by the functions that take it.
+ *
+ * Values. Groups of 16 x 2 pixels (411: of 16) are converted with 16-bit products, each rounded to 1/256 of a code, of
+ * half the coefficients; the last width mod 16 pixels with exact 32-bit sums. The two differ by one code at most, and
+ * both give exactly 16, 128, 128 for black, 235, 128, 128 for white (_709HDTV: 1 and 254) and Cb = Cr = 128 for every
+ * gray. docs/exactness.md has the formulas.
+ *
+ * Status: pxlStatusNullPointer, pxlStatusBadSize (below the function's smallest size), pxlStatusOddSize (converted, see
+ * above) or pxlStatusOk. The order of the checks is said with each function; "entries" are those of pDst.
+ */
+
+/* RGB to planes. Checks: pSrc, pDst; size, from 1 x 1; the entries. */
+PXLCC_API PxlStatus pxliRGBToYCbCr420_8u_C3P3R(const Pxl8u* pSrc, int srcStep, Pxl8u* pDst[3], int dstStep[3],
+                                               PxlSize roiSize);
+
+/* RGB to Y and CbCr. Checks: pointers; size, from 1 x 1. */
+PXLCC_API PxlStatus pxliRGBToYCbCr420_8u_C3P2R(const Pxl8u* pSrc, int srcStep, Pxl8u* pDstY, int dstYStep,
+                                               Pxl8u* pDstCbCr, int dstCbCrStep, PxlSize roiSize);
+
+/* RGB and an ignored byte to Y and CbCr. Checks: pointers; size, from 1 x 1. */
+PXLCC_API PxlStatus pxliRGBToYCbCr420_8u_C4P2R(const Pxl8u* pSrc, int srcStep, Pxl8u* pDstY, int dstYStep,
+                                               Pxl8u* pDstCbCr, int dstCbCrStep, PxlSize roiSize);
+
+/* RGBA to planes Y, Cr, Cb. Checks: pSrc, pDst, its entries; size, from 2 x 2. */
+PXLCC_API PxlStatus pxliRGBToYCrCb420_8u_AC4P3R(const Pxl8u* pSrc, int srcStep, Pxl8u* pDst[3], int dstStep[3],
+                                                PxlSize roiSize);
+
+/* BGR to planes. Checks: pSrc, pDst, its entries; size, from 2 x 2. */
+PXLCC_API PxlStatus pxliBGRToYCbCr420_8u_C3P3R(const Pxl8u* pSrc, int srcStep, Pxl8u* pDst[3], int dstStep[3],
+                                               PxlSize roiSize);
+
+/* BGRA to planes. Checks: pSrc, pDst, its entries; size, from 2 x 2. */
+PXLCC_API PxlStatus pxliBGRToYCbCr420_8u_AC4P3R(const Pxl8u* pSrc, int srcStep, Pxl8u* pDst[3], int dstStep[3],
+                                                PxlSize roiSize);
+
+/* BGR to Y and CbCr. Checks: pointers; size, from 1 x 1. */
+PXLCC_API PxlStatus pxliBGRToYCbCr420_8u_C3P2R(const Pxl8u* pSrc, int srcStep, Pxl8u* pDstY, int dstYStep,
+                                               Pxl8u* pDstCbCr, int dstCbCrStep, PxlSize roiSize);
+
+/* BGRA to Y and CbCr. Checks: pointers; size, from 1 x 1. */
+PXLCC_API PxlStatus pxliBGRToYCbCr420_8u_AC4P2R(const Pxl8u* pSrc, int srcStep, Pxl8u* pDstY, int dstYStep,
+                                                Pxl8u* pDstCbCr, int dstCbCrStep, PxlSize roiSize);
+
+/* BGR to planes, BT.709. Checks: pSrc, pDst, its entries; size, from 2 x 2. */
+PXLCC_API PxlStatus pxliBGRToYCbCr420_709CSC_8u_C3P3R(const Pxl8u* pSrc, int srcStep, Pxl8u* pDst[3], int dstStep[3],
+                                                      PxlSize roiSize);
+
+/* BGRA to planes, BT.709. Checks: pSrc, pDst, its entries; size, from 2 x 2. */
+PXLCC_API PxlStatus pxliBGRToYCbCr420_709CSC_8u_AC4P3R(const Pxl8u* pSrc, int srcStep, Pxl8u* pDst[3], int dstStep[3],
+                                                       PxlSize roiSize);
+
+/* BGR to Y and CbCr, BT.709. Checks: pointers; size, from 2 x 2. */
+PXLCC_API PxlStatus pxliBGRToYCbCr420_709CSC_8u_C3P2R(const Pxl8u* pSrc, int srcStep, Pxl8u* pDstY, int dstYStep,
+                                                      Pxl8u* pDstCbCr, int dstCbCrStep, PxlSize roiSize);
+
+/* BGRA to Y and CbCr, BT.709. Checks: pointers; size, from 2 x 2. */
+PXLCC_API PxlStatus pxliBGRToYCbCr420_709CSC_8u_AC4P2R(const Pxl8u* pSrc, int srcStep, Pxl8u* pDstY, int dstYStep,
+                                                       Pxl8u* pDstCbCr, int dstCbCrStep, PxlSize roiSize);
+
+/* BGRA to planes, BT.709 with codes 1..254. Checks: pSrc, pDst, its entries; size, from 2 x 2. */
+PXLCC_API PxlStatus pxliBGRToYCbCr420_709HDTV_8u_AC4P3R(const Pxl8u* pSrc, int srcStep, Pxl8u* pDst[3], int dstStep[3],
+                                                        PxlSize roiSize);
+
+/* BGR to planes Y, Cr, Cb. Checks: pSrc, pDst, its entries; size, from 2 x 2. */
+PXLCC_API PxlStatus pxliBGRToYCrCb420_8u_C3P3R(const Pxl8u* pSrc, int srcStep, Pxl8u* pDst[3], int dstStep[3],
+                                               PxlSize roiSize);
+
+/* BGRA to planes Y, Cr, Cb. Checks: pSrc, pDst, its entries; size, from 2 x 2. */
+PXLCC_API PxlStatus pxliBGRToYCrCb420_8u_AC4P3R(const Pxl8u* pSrc, int srcStep, Pxl8u* pDst[3], int dstStep[3],
+                                                PxlSize roiSize);
+
+/* BGR to planes Y, Cr, Cb, BT.709. Checks: pSrc, pDst, its entries; size, from 2 x 2. */
+PXLCC_API PxlStatus pxliBGRToYCrCb420_709CSC_8u_C3P3R(const Pxl8u* pSrc, int srcStep, Pxl8u* pDst[3], int dstStep[3],
+                                                      PxlSize roiSize);
+
+/* BGRA to planes Y, Cr, Cb, BT.709. Checks: pSrc, pDst, its entries; size, from 2 x 2. */
+PXLCC_API PxlStatus pxliBGRToYCrCb420_709CSC_8u_AC4P3R(const Pxl8u* pSrc, int srcStep, Pxl8u* pDst[3], int dstStep[3],
+                                                       PxlSize roiSize);
+
+/* BGR to planes with chroma for four pixels of a row. Checks: pSrc, pDst, its entries; size, from 4 x 1. */
+PXLCC_API PxlStatus pxliBGRToYCbCr411_8u_C3P3R(const Pxl8u* pSrc, int srcStep, Pxl8u* pDst[3], int dstStep[3],
+                                               PxlSize roiSize);
+
+/* BGRA to planes with chroma for four pixels of a row. Checks: pSrc, pDst, its entries; size, from 4 x 1. */
+PXLCC_API PxlStatus pxliBGRToYCbCr411_8u_AC4P3R(const Pxl8u* pSrc, int srcStep, Pxl8u* pDst[3], int dstStep[3],
+                                                PxlSize roiSize);
+
 #ifdef __cplusplus
 }
 #endif

@@ -1,6 +1,5 @@
-// Loads and stores of consecutive samples. With interleaved.h, the only operations that know how many blocks a vector has.
-// Every one takes which part of the row
-// it covers, Blocks<N> or Part, and touches exactly those bytes.
+// Loads and stores of consecutive samples. With interleaved.h, the only operations that know how many blocks a vector
+// has. Every one takes which part of the row it covers, Blocks<N> or Part, and touches exactly those bytes.
 #pragma once
 
 #include "simd/operations.h"
@@ -39,6 +38,53 @@ PXL_INLINE void store(Part part, E* p, Vector<E, 1> a) {
     store(Blocks<1>{}, lanes, a);
     __builtin_memcpy(p, lanes, sizeof(E) * static_cast<size_t>(part.count));
 }
+
+// ---- two destinations: parts of each block to each
+
+// The lower 8 bytes of block i to p + 8 * i, the upper 8 to q + 8 * i.
+PXL_INLINE void storeHalves(Blocks<1>, Pxl8u* p, Pxl8u* q, U8<1> a) {
+    _mm_storel_pi(reinterpret_cast<__m64*>(p), _mm_castsi128_ps(a.v));
+    _mm_storeh_pi(reinterpret_cast<__m64*>(q), _mm_castsi128_ps(a.v));
+}
+// Bytes 0..3 of block i to p + 4 * i, bytes 4..7 to q + 4 * i.
+PXL_INLINE void storeQuarters(Blocks<1>, Pxl8u* p, Pxl8u* q, U8<1> a) {
+    _mm_storeu_si32(p, a.v);
+    _mm_storeu_si32(q, _mm_srli_epi64(a.v, 32));
+}
+#if PXL_BLOCKS == 2
+PXL_INLINE void storeHalves(Blocks<2>, Pxl8u* p, Pxl8u* q, U8<2> a) {
+    const __m256i sorted = _mm256_permute4x64_epi64(a.v, _MM_SHUFFLE(3, 1, 2, 0));
+    _mm_storeu_si128(reinterpret_cast<__m128i*>(p), _mm256_castsi256_si128(sorted));
+    _mm_storeu_si128(reinterpret_cast<__m128i*>(q), _mm256_extracti128_si256(sorted, 1));
+}
+PXL_INLINE void storeQuarters(Blocks<2>, Pxl8u* p, Pxl8u* q, U8<2> a) {
+    const __m256i sorted = _mm256_permutevar8x32_epi32(a.v, _mm256_setr_epi32(0, 4, 1, 5, 0, 0, 0, 0));
+    storeHalves(Blocks<1>{}, p, q, {_mm256_castsi256_si128(sorted)});
+}
+#elif PXL_BLOCKS == 4
+PXL_INLINE void storeHalves(Blocks<4>, Pxl8u* p, Pxl8u* q, U8<4> a) {
+    const __m512i sorted = _mm512_permutexvar_epi64(_mm512_setr_epi64(0, 2, 4, 6, 1, 3, 5, 7), a.v);
+    _mm256_storeu_si256(reinterpret_cast<__m256i*>(p), _mm512_castsi512_si256(sorted));
+    _mm256_storeu_si256(reinterpret_cast<__m256i*>(q), _mm512_extracti64x4_epi64(sorted, 1));
+}
+PXL_INLINE void storeQuarters(Blocks<4>, Pxl8u* p, Pxl8u* q, U8<4> a) {
+    const __m512i order = _mm512_setr_epi32(0, 4, 8, 12, 1, 5, 9, 13, 0, 0, 0, 0, 0, 0, 0, 0);
+    const __m256i sorted = _mm512_castsi512_si256(_mm512_permutexvar_epi32(order, a.v));
+    _mm_storeu_si128(reinterpret_cast<__m128i*>(p), _mm256_castsi256_si128(sorted));
+    _mm_storeu_si128(reinterpret_cast<__m128i*>(q), _mm256_extracti128_si256(sorted, 1));
+}
+#endif
+
+// Of a single block, `count` bytes to each.
+template <int kFirst>
+PXL_INLINE void storeTwoParts(Part part, Pxl8u* p, Pxl8u* q, U8<1> a) {
+    Pxl8u bytes[16];
+    store(Blocks<1>{}, bytes, a);
+    __builtin_memcpy(p, bytes, static_cast<size_t>(part.count));
+    __builtin_memcpy(q, bytes + kFirst, static_cast<size_t>(part.count));
+}
+PXL_INLINE void storeHalves(Part part, Pxl8u* p, Pxl8u* q, U8<1> a) { storeTwoParts<8>(part, p, q, a); }
+PXL_INLINE void storeQuarters(Part part, Pxl8u* p, Pxl8u* q, U8<1> a) { storeTwoParts<4>(part, p, q, a); }
 
 // ---- pixels of k vectors: block i of the r-th vector holds the 16 bytes from p + 16 * (k * i + r)
 //

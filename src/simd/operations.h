@@ -262,6 +262,12 @@ PXL_INLINE U16<N> packWrapU16(I32<N> low, I32<N> high) {
     return packSatU16(bitAnd(low, lowBits), bitAnd(high, lowBits));
 }
 
+// The upper bytes of the 16-bit lanes of both.
+template <int N>
+PXL_INLINE U8<N> highBytes(U16<N> low, U16<N> high) {
+    return packSatU8(as<I16<N>>(shiftRight<8>(low)), as<I16<N>>(shiftRight<8>(high)));
+}
+
 // Bytes of a block picked by index; an index of 128 or more gives 0.
 PXL_BINARY(pick, U8, shuffle_epi8)
 

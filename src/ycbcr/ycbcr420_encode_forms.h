@@ -1,0 +1,124 @@
+// The arithmetic from RGB to YCbCr with subsampled chroma, on lanes of any width. Luma is made for each pixel, chroma
+// for the sum of four: a block of 2 x 2 (4:2:0) or a run of 4 x 1 (4:1:1). The reference form sums exact products in 32
+// bits and rounds once; the group form works in 16-bit lanes, rounds each product to 1/256 of a code and stays within
+// one code of it.
+#pragma once
+
+#include "ycbcr/ycbcr444_forms.h"
+
+PXL_BEGIN_TARGET
+
+// A set of coefficients in Q16.
+struct EncoderSet {
+    EncoderWeights luma, cb, cr;
+    int black;     // the luma code of black
+    bool limited;  // codes 0 and 255 give way to 1 and 254
+};
+constexpr EncoderSet kEncode601 = {kLumaQ16, kCbQ16, kCrQ16, 16, false};
+// ITU-R BT.709 in studio range, and with full-range luma.
+constexpr EncoderSet kEncode709 = {{11993, 40239, 4063}, {-6619, -22151, 28770}, {28770, -26149, -2621}, 16, false};
+constexpr EncoderSet kEncode709Hdtv = {{13959, 46858, 4719}, {-7668, -25821, 33489}, {33489, -30409, -3080}, 0, true};
+
+template <bool kLimited, int N>
+PXL_INLINE U8<N> limitCodes(U8<N> codes) {
+    if constexpr (!kLimited) return codes;
+    return minimum(maximum(codes, fill<U8<N>>(1)), fill<U8<N>>(254));
+}
+
+// (w.r * r + w.g * g + w.b * b + offset) >> kShift from exact 32-bit sums. Coefficients go in two parts, which fit 16
+// bits.
+template <int kShift, int N>
+PXL_INLINE I16<N> weigh(Rgb<I16<N>> p, EncoderWeights w, int offset) {
+    const auto factors = [](int c) { return fillPairs<N>(c / 2, c - c / 2); };
+    const auto last = [&](I32<N> r, I32<N> g, I32<N> b) {
+        return shiftRight<kShift>(addWrap(addWrap(r, g), addWrap(b, fill<I32<N>>(offset))));
+    };
+    const auto low = [&](I16<N> x, int c) { return pairSums(interleaveLow(x, x), factors(c)); };
+    const auto high = [&](I16<N> x, int c) { return pairSums(interleaveHigh(x, x), factors(c)); };
+    return packSatI16(last(low(p.r, w.r), low(p.g, w.g), low(p.b, w.b)),
+                      last(high(p.r, w.r), high(p.g, w.g), high(p.b, w.b)));
+}
+
+// Both forms: centred() makes of samples what the other functions take; pairSums() adds neighbours, and sums of four
+// are the sum of two such; chroma() gives Cb of the eight lanes in the lower half of each block and Cr in the upper.
+
+template <EncoderSet k>
+struct EncodeBlocksReference {
+    // Adds one eighth of a code and not a half. Deliberate.
+    static constexpr int kChromaOffset = 128 * (1 << 18) + 32768;
+
+    template <int N>
+    PXL_INLINE static Rgb<U8<N>> centred(Rgb<U8<N>> p) {
+        return p;
+    }
+    template <int N>
+    PXL_INLINE static U8<N> luma(Rgb<U8<N>> p) {
+        const auto r = widen(p.r), g = widen(p.g), b = widen(p.b);
+        const int offset = k.black * 65536 + 32768;
+        return limitCodes<k.limited>(packSatU8(weigh<16>(Rgb<I16<N>>{r.low, g.low, b.low}, k.luma, offset),
+                                               weigh<16>(Rgb<I16<N>>{r.high, g.high, b.high}, k.luma, offset)));
+    }
+    template <int N>
+    PXL_INLINE static I16<N> pairSums(U8<N> x) {
+        return pairSumsSat(x, fill<U8<N>>(1));
+    }
+    template <int N>
+    PXL_INLINE static U8<N> chroma(Rgb<I16<N>> sums) {
+        return limitCodes<k.limited>(
+            packSatU8(weigh<18>(sums, k.cb, kChromaOffset), weigh<18>(sums, k.cr, kChromaOffset)));
+    }
+};
+
+// Half a Q16 coefficient, which fits 16 bits where the coefficient does not; halves go away from zero.
+constexpr int half(int coefficient) { return coefficient < 0 ? -half(-coefficient) : (coefficient + 1) / 2; }
+constexpr EncoderWeights halves(EncoderWeights w) { return {half(w.r), half(w.g), half(w.b)}; }
+
+// Samples are centred to x - 128 to fit signed bytes, and scaled so far up that the products come out in 1/256 of a
+// code: mulRound15(256 * (x - 128), c) = ((x * c + 64) >> 7) - c
+// and, for a sum s of four, mulRound15(64 * (s - 512), c) = ((s * c + 256) >> 9) - c.
+// The offsets take back what centring took away.
+template <EncoderSet k>
+struct EncodeBlocks {
+    static constexpr EncoderWeights kLuma = halves(k.luma), kCb = halves(k.cb), kCr = halves(k.cr);
+    static constexpr int kLumaOffset = kLuma.r + kLuma.g + kLuma.b + 256 * k.black + 128;
+
+    template <int N>
+    PXL_INLINE static I16<N> weigh256(Rgb<I16<N>> p, EncoderWeights w) {
+        const auto term = [](I16<N> x, int factor) { return mulRound15(x, fill<I16<N>>(factor)); };
+        return addSat(addSat(term(p.r, w.r), term(p.g, w.g)), term(p.b, w.b));
+    }
+
+    template <int N>
+    PXL_INLINE static Rgb<U8<N>> centred(Rgb<U8<N>> p) {
+        const auto top = fill<U8<N>>(128);
+        return {bitXor(p.r, top), bitXor(p.g, top), bitXor(p.b, top)};
+    }
+    // 256 * luma
+    template <int N>
+    PXL_INLINE static U16<N> luma256(U16<N> r, U16<N> g, U16<N> b) {
+        const auto sum = weigh256(Rgb<I16<N>>{as<I16<N>>(r), as<I16<N>>(g), as<I16<N>>(b)}, kLuma);
+        return addWrap(as<U16<N>>(sum), fill<U16<N>>(kLumaOffset));
+    }
+    template <int N>
+    PXL_INLINE static U8<N> luma(Rgb<U8<N>> p) {
+        const auto r = widenTimes256(p.r), g = widenTimes256(p.g), b = widenTimes256(p.b);
+        return limitCodes<k.limited>(highBytes(luma256(r.low, g.low, b.low), luma256(r.high, g.high, b.high)));
+    }
+    // times 64
+    template <int N>
+    PXL_INLINE static I16<N> pairSums(U8<N> x) {
+        return pairSumsSat(fill<U8<N>>(64), x);
+    }
+    // 256 * (chroma - 128), with one eighth of a code for rounding. Saturation only reaches what is limited to 1..254.
+    template <int N>
+    PXL_INLINE static U16<N> chroma256(Rgb<I16<N>> sums, EncoderWeights w) {
+        return as<U16<N>>(addSat(weigh256(sums, w), fill<I16<N>>(w.r + w.g + w.b + 32)));
+    }
+    template <int N>
+    PXL_INLINE static U8<N> chroma(Rgb<I16<N>> sums) {
+        const auto fromMiddle = highBytes(chroma256(sums, kCb), chroma256(sums, kCr));
+        return limitCodes<k.limited>(bitXor(fromMiddle, fill<U8<N>>(128)));
+    }
+};
+
+PXL_END_TARGET

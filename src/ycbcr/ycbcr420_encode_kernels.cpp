@@ -1,0 +1,125 @@
+#include "ycbcr/ycbcr420_encode_kernels.h"
+
+#include "simd/pixels.h"
+#include "ycbcr/ycbcr420_encode_forms.h"
+
+PXL_BEGIN_TARGET
+namespace {
+
+using RgbC3 = PackedC3<const Pxl8u>;
+using RgbAC4 = PackedAC4<const Pxl8u>;
+using BgrC3 = Reversed<RgbC3>;
+using BgrAC4 = Reversed<RgbAC4>;
+
+template <class Form, class Pixels, class How>
+PXL_INLINE Rgb<U8<How::kN>> loadCentred(Pixels row, How how, Index x) {
+    const auto px = row.load(how, x);
+    return Form::centred(Rgb<U8<How::kN>>{px.c0, px.c1, px.c2});
+}
+
+template <class Form, int N>
+PXL_INLINE Rgb<I16<N>> pairSums(Rgb<U8<N>> p) {
+    return {Form::pairSums(p.r), Form::pairSums(p.g), Form::pairSums(p.b)};
+}
+
+template <int N>
+PXL_INLINE Rgb<I16<N>> added(Rgb<I16<N>> a, Rgb<I16<N>> b) {
+    return {addWrap(a.r, b.r), addWrap(a.g, b.g), addWrap(a.b, b.b)};
+}
+
+// ---- destinations of the chroma of the pixels from x on, which comes as [Cb x 8, Cr x 8] in each block
+
+struct PlanarChroma {
+    RowOf<Pxl8u, 2> row;
+    template <int N>
+    PXL_INLINE void store(Blocks<N> all, Index x, U8<N> chroma) const {
+        storeHalves(all, row.plane[0] + x / 2, row.plane[1] + x / 2, chroma);
+    }
+    PXL_INLINE void store(Part part, Index x, U8<1> chroma) const {
+        storeHalves(Part{part.count / 2}, row.plane[0] + x / 2, row.plane[1] + x / 2, chroma);
+    }
+};
+
+alignas(16) constexpr Bytes16 kInterleaveHalves = {{0, 8, 1, 9, 2, 10, 3, 11, 4, 12, 5, 13, 6, 14, 7, 15}};
+
+struct PairedChroma {
+    Pxl8u* row;
+    template <class How>
+    PXL_INLINE void store(How how, Index x, U8<How::kN> chroma) const {
+        PXL_TARGET::store(how, row + x, pick(chroma, pattern<How::kN>(kInterleaveHalves)));
+    }
+};
+
+// ---- rows
+
+// The two rows of a pair together: groups of 16 x 2 pixels, the last width mod 16 with the reference form.
+template <EncoderSet k, class Pixels, class Chroma>
+PXL_INLINE void encodePair(RowPair<const Pxl8u> src, RowPair<Pxl8u> luma, Chroma chroma, Index width) {
+    const auto convert = [&]<class Form>(Form, auto how, Index x) {
+        const auto upper = loadCentred<Form>(Pixels{src.upper}, how, x);
+        const auto lower = loadCentred<Form>(Pixels{src.lower}, how, x);
+        store(how, luma.upper + x, Form::luma(upper));
+        store(how, luma.lower + x, Form::luma(lower));
+        chroma.store(how, x, Form::chroma(added(pairSums<Form>(upper), pairSums<Form>(lower))));
+    };
+    const Index x = eachGroup<16>(width, [&](auto how, Index at) { convert(EncodeBlocks<k>{}, how, at); });
+    if (x < width) convert(EncodeBlocksReference<k>{}, Part{static_cast<int>(width - x)}, x);
+}
+
+template <EncoderSet k, class Pixels>
+void toPlanes(RowPair<const Pxl8u> src, RowPair<Pxl8u> luma, RowOf<Pxl8u, 2> chroma, Index width) {
+    encodePair<k, Pixels>(src, luma, PlanarChroma{chroma}, width);
+}
+
+template <EncoderSet k, class Pixels>
+void toSemiPlanar(RowPair<const Pxl8u> src, RowPair<Pxl8u> luma, Pxl8u* chroma, Index width) {
+    encodePair<k, Pixels>(src, luma, PairedChroma{chroma}, width);
+}
+
+alignas(16) constexpr Bytes16 kNeighbours16 = {{2, 3, 0, 1, 6, 7, 4, 5, 10, 11, 8, 9, 14, 15, 12, 13}};
+alignas(16) constexpr Bytes16 kEvenBytes = {{0, 2, 4, 6, 8, 10, 12, 14, 128, 128, 128, 128, 128, 128, 128, 128}};
+
+// Each lane plus its neighbour in the pair of lanes.
+template <int N>
+PXL_INLINE I16<N> withNeighbour(I16<N> a) {
+    return addWrap(a, as<I16<N>>(pick(as<U8<N>>(a), pattern<N>(kNeighbours16))));
+}
+
+// Groups of 16 pixels; every sum of four stands in two lanes, so that each chroma sample comes out twice.
+template <EncoderSet k, class Pixels>
+void to411(const Pxl8u* src, Pxl8u* luma, RowOf<Pxl8u, 2> chroma, Index width) {
+    const auto convert = [&]<class Form>(Form, auto how, auto quarter, Index x) {
+        constexpr int N = how.kN;
+        const auto p = loadCentred<Form>(Pixels{src}, how, x);
+        store(how, luma + x, Form::luma(p));
+        const auto pairs = pairSums<Form>(p);
+        const auto codes =
+            Form::chroma(Rgb<I16<N>>{withNeighbour(pairs.r), withNeighbour(pairs.g), withNeighbour(pairs.b)});
+        storeQuarters(quarter, chroma.plane[0] + x / 4, chroma.plane[1] + x / 4, pick(codes, pattern<N>(kEvenBytes)));
+    };
+    const Index x = eachGroup<16>(width, [&](auto how, Index at) { convert(EncodeBlocks<k>{}, how, how, at); });
+    const int rest = static_cast<int>(width - x);
+    if (rest > 0) convert(EncodeBlocksReference<k>{}, Part{rest}, Part{rest / 4}, x);
+}
+
+}  // namespace
+
+constexpr Ycbcr420EncodeKernels kYcbcr420EncodeKernels = {
+    .rgbC3P3 = toPlanes<kEncode601, RgbC3>,
+    .rgbAC4P3 = toPlanes<kEncode601, RgbAC4>,
+    .bgrC3P3 = toPlanes<kEncode601, BgrC3>,
+    .bgrAC4P3 = toPlanes<kEncode601, BgrAC4>,
+    .rgbC3P2 = toSemiPlanar<kEncode601, RgbC3>,
+    .rgbC4P2 = toSemiPlanar<kEncode601, RgbAC4>,
+    .bgrC3P2 = toSemiPlanar<kEncode601, BgrC3>,
+    .bgrAC4P2 = toSemiPlanar<kEncode601, BgrAC4>,
+    .bgrC3To411 = to411<kEncode601, BgrC3>,
+    .bgrAC4To411 = to411<kEncode601, BgrAC4>,
+    .bgr709C3P3 = toPlanes<kEncode709, BgrC3>,
+    .bgr709AC4P3 = toPlanes<kEncode709, BgrAC4>,
+    .bgr709HdtvAC4P3 = toPlanes<kEncode709Hdtv, BgrAC4>,
+    .bgr709C3P2 = toSemiPlanar<kEncode709, BgrC3>,
+    .bgr709AC4P2 = toSemiPlanar<kEncode709, BgrAC4>,
+};
+
+PXL_END_TARGET
