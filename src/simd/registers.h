@@ -113,13 +113,19 @@ struct Channels2 {
     V c0, c1;
 };
 template <class V>
+Channels2(V, V) -> Channels2<V>;
+template <class V>
 struct Channels3 {
     V c0, c1, c2;
 };
 template <class V>
+Channels3(V, V, V) -> Channels3<V>;
+template <class V>
 struct Channels4 {
     V c0, c1, c2, c3;
 };
+template <class V>
+Channels4(V, V, V, V) -> Channels4<V>;
 
 // How much of a row one kernel step covers: whole blocks, or the first `count` pixels of a single block. Loads of part
 // of a block leave the other lanes zero, stores of part of a block write nothing else.
