@@ -18,6 +18,12 @@ std::string number(double value, int decimals) {
     return text;
 }
 
+std::string scientific(double value) {
+    char text[32];
+    std::snprintf(text, sizeof text, "%.1e", value);
+    return text;
+}
+
 std::string cell(double value, int decimals) { return value > 0 ? number(value, decimals) : "-"; }
 
 // Libraries that take part in any of these lines, in their usual order.
@@ -95,7 +101,8 @@ void printPeers(const std::vector<Result>& results) {
     for (const Result& r : results) {
         for (const auto& [library, peer] : r.peers) {
             const bool isFloat = r.function->destination.planes[0].element >= catalog::Element::f32;
-            row({std::string(r.function->name), library, peer.call, number(peer.distance, isFloat ? 7 : 2)});
+            row({std::string(r.function->name), library, peer.call,
+                 isFloat ? scientific(peer.distance) : number(peer.distance, 2)});
         }
     }
     std::cout << "\n";
