@@ -51,7 +51,7 @@ Target chooseTarget(const ConvertOptions& options, const Format& source) {
 class Converter {
 public:
     Converter(const Format& from, const Format& to, PxlSize size, const std::string& matrix)
-        : from_(from), to_(to), output_(to.shape, wholeBlocks(to, size)) {
+        : from_(from), output_(to.shape, wholeBlocks(to, size)) {
         if (from.family == to.family) return;
         function_ = &exportBetween(from, to, matrix);
         const PxlSize whole = wholeBlocks(from.isPicture() ? to : from, size);
@@ -79,7 +79,6 @@ public:
 
 private:
     const Format& from_;
-    const Format& to_;
     Image output_;
     const catalog::Export* function_ = nullptr;
     Image picture_;  // the RGB side as the export has it

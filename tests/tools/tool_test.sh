@@ -37,6 +37,7 @@ bytes() { for byte in "$@"; do printf "\\x$(printf %x "$byte")"; done; }
 { printf 'P6\n# a comment\n19 10\n255\n'; for i in $(seq 570); do bytes $((i * 37 % 256)); done; } >in.ppm
 tail -c 570 in.ppm >in.rgb
 
+pxlcc info >/dev/null || exit 1
 works info
 grep -q '2022.2.0' stdout || wrong "info shows no version"
 works list ToYCbCr_8u_C3R
