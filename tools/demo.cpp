@@ -224,7 +224,8 @@ void demo(const std::string& folder, const std::string& image) {
     if (error) fail("cannot make the folder ", folder, ": ", error.message());
     Demo demo(source, folder);
     for (const Row& row : rows())
-        if (catalog::find(row.there) != nullptr) demo.add(row);
+        if (catalog::find(row.there) != nullptr && (*row.back == '\0' || catalog::find(row.back) != nullptr))
+            demo.add(row);
     demo.writeContactSheet();
 }
 
