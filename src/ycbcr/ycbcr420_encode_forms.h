@@ -40,7 +40,11 @@ PXL_INLINE I16<N> weigh(Rgb<I16<N>> p, EncoderWeights w, int offset) {
 }
 
 // Both forms: centred() makes of samples what the other functions take; pairSums() adds neighbours, and sums of four
-// are the sum of two such; chroma() gives Cb of the eight lanes in the lower half of each block and Cr in the upper.
+// are the sum of two such. chroma() gives Cb of the eight lanes in the lower half of each block and Cr in the upper.
+// chromaOfTwins() takes each sum in two neighbouring lanes and gives four Cb and four Cr in the lower half.
+
+alignas(16) constexpr Bytes16 kEvenBytes = {{0, 2, 4, 6, 8, 10, 12, 14, 128, 128, 128, 128, 128, 128, 128, 128}};
+alignas(16) constexpr Bytes16 kHighBytesOfTwins = {{1, 5, 9, 13, 3, 7, 11, 15, 128, 128, 128, 128, 128, 128, 128, 128}};
 
 template <EncoderSet k>
 struct EncodeBlocksReference {
@@ -67,11 +71,16 @@ struct EncodeBlocksReference {
         return limitCodes<k.limited>(
             packSatU8(weigh<18>(sums, k.cb, kChromaOffset), weigh<18>(sums, k.cr, kChromaOffset)));
     }
+    template <int N>
+    PXL_INLINE static U8<N> chromaOfTwins(Rgb<I16<N>> sums) {
+        return pick(chroma(sums), pattern<N>(kEvenBytes));
+    }
 };
 
 // Half a Q16 coefficient, which fits 16 bits where the coefficient does not; halves go away from zero.
 constexpr int half(int coefficient) { return coefficient < 0 ? -half(-coefficient) : (coefficient + 1) / 2; }
 constexpr EncoderWeights halves(EncoderWeights w) { return {half(w.r), half(w.g), half(w.b)}; }
+constexpr int total(EncoderWeights w) { return w.r + w.g + w.b; }
 
 // Samples are centred to x - 128 to fit signed bytes, and scaled so far up that the products come out in 1/256 of a
 // code: mulRound15(256 * (x - 128), c) = ((x * c + 64) >> 7) - c
@@ -80,12 +89,16 @@ constexpr EncoderWeights halves(EncoderWeights w) { return {half(w.r), half(w.g)
 template <EncoderSet k>
 struct EncodeBlocks {
     static constexpr EncoderWeights kLuma = halves(k.luma), kCb = halves(k.cb), kCr = halves(k.cr);
-    static constexpr int kLumaOffset = kLuma.r + kLuma.g + kLuma.b + 256 * k.black + 128;
+    static constexpr int kLumaOffset = total(kLuma) + 256 * k.black + 128;
 
     template <int N>
-    PXL_INLINE static I16<N> weigh256(Rgb<I16<N>> p, EncoderWeights w) {
-        const auto term = [](I16<N> x, int factor) { return mulRound15(x, fill<I16<N>>(factor)); };
-        return addSat(addSat(term(p.r, w.r), term(p.g, w.g)), term(p.b, w.b));
+    PXL_INLINE static Rgb<I16<N>> factors(EncoderWeights w) {
+        return {fill<I16<N>>(w.r), fill<I16<N>>(w.g), fill<I16<N>>(w.b)};
+    }
+    // Where a sum saturates, the code is limited anyway or, for the luma of black, 1/256 of a code is lost in the shift.
+    template <int N>
+    PXL_INLINE static I16<N> weigh256(Rgb<I16<N>> p, Rgb<I16<N>> factors) {
+        return addSat(addSat(mulRound15(p.r, factors.r), mulRound15(p.g, factors.g)), mulRound15(p.b, factors.b));
     }
 
     template <int N>
@@ -96,7 +109,7 @@ struct EncodeBlocks {
     // 256 * luma
     template <int N>
     PXL_INLINE static U16<N> luma256(U16<N> r, U16<N> g, U16<N> b) {
-        const auto sum = weigh256(Rgb<I16<N>>{as<I16<N>>(r), as<I16<N>>(g), as<I16<N>>(b)}, kLuma);
+        const auto sum = weigh256(Rgb<I16<N>>{as<I16<N>>(r), as<I16<N>>(g), as<I16<N>>(b)}, factors<N>(kLuma));
         return addWrap(as<U16<N>>(sum), fill<U16<N>>(kLumaOffset));
     }
     template <int N>
@@ -109,15 +122,24 @@ struct EncodeBlocks {
     PXL_INLINE static I16<N> pairSums(U8<N> x) {
         return pairSumsSat(fill<U8<N>>(64), x);
     }
-    // 256 * (chroma - 128), with one eighth of a code for rounding. Saturation only reaches what is limited to 1..254.
+    // The sums become 256 * (chroma - 128), with one eighth of a code for rounding.
+    static constexpr int kCbOffset = total(kCb) + 32, kCrOffset = total(kCr) + 32;
+
     template <int N>
-    PXL_INLINE static U16<N> chroma256(Rgb<I16<N>> sums, EncoderWeights w) {
-        return as<U16<N>>(addSat(weigh256(sums, w), fill<I16<N>>(w.r + w.g + w.b + 32)));
+    PXL_INLINE static U8<N> chromaCodes(U8<N> fromMiddle) {
+        return limitCodes<k.limited>(bitXor(fromMiddle, fill<U8<N>>(128)));
     }
     template <int N>
     PXL_INLINE static U8<N> chroma(Rgb<I16<N>> sums) {
-        const auto fromMiddle = highBytes(chroma256(sums, kCb), chroma256(sums, kCr));
-        return limitCodes<k.limited>(bitXor(fromMiddle, fill<U8<N>>(128)));
+        const auto cb = addSat(weigh256(sums, factors<N>(kCb)), fill<I16<N>>(kCbOffset));
+        const auto cr = addSat(weigh256(sums, factors<N>(kCr)), fill<I16<N>>(kCrOffset));
+        return chromaCodes(highBytes(as<U16<N>>(cb), as<U16<N>>(cr)));
+    }
+    template <int N>
+    PXL_INLINE static U8<N> chromaOfTwins(Rgb<I16<N>> sums) {
+        const Rgb<I16<N>> both = {fillPairs<N>(kCb.r, kCr.r), fillPairs<N>(kCb.g, kCr.g), fillPairs<N>(kCb.b, kCr.b)};
+        const auto codes = addSat(weigh256(sums, both), fillPairs<N>(kCbOffset, kCrOffset));
+        return chromaCodes(pick(as<U8<N>>(codes), pattern<N>(kHighBytesOfTwins)));
     }
 };
 

@@ -77,7 +77,6 @@ void toSemiPlanar(RowPair<const Pxl8u> src, RowPair<Pxl8u> luma, Pxl8u* chroma, 
 }
 
 alignas(16) constexpr Bytes16 kNeighbours16 = {{2, 3, 0, 1, 6, 7, 4, 5, 10, 11, 8, 9, 14, 15, 12, 13}};
-alignas(16) constexpr Bytes16 kEvenBytes = {{0, 2, 4, 6, 8, 10, 12, 14, 128, 128, 128, 128, 128, 128, 128, 128}};
 
 // Each lane plus its neighbour in the pair of lanes.
 template <int N>
@@ -85,7 +84,7 @@ PXL_INLINE I16<N> withNeighbour(I16<N> a) {
     return addWrap(a, as<I16<N>>(pick(as<U8<N>>(a), pattern<N>(kNeighbours16))));
 }
 
-// Groups of 16 pixels; every sum of four stands in two lanes, so that each chroma sample comes out twice.
+// Groups of 16 pixels, the last width mod 16 with the reference form. Every sum of four stands in two lanes.
 template <EncoderSet k, class Pixels>
 void to411(const Pxl8u* src, Pxl8u* luma, RowOf<Pxl8u, 2> chroma, Index width) {
     const auto convert = [&]<class Form>(Form, auto how, auto quarter, Index x) {
@@ -93,9 +92,8 @@ void to411(const Pxl8u* src, Pxl8u* luma, RowOf<Pxl8u, 2> chroma, Index width) {
         const auto p = loadCentred<Form>(Pixels{src}, how, x);
         store(how, luma + x, Form::luma(p));
         const auto pairs = pairSums<Form>(p);
-        const auto codes =
-            Form::chroma(Rgb<I16<N>>{withNeighbour(pairs.r), withNeighbour(pairs.g), withNeighbour(pairs.b)});
-        storeQuarters(quarter, chroma.plane[0] + x / 4, chroma.plane[1] + x / 4, pick(codes, pattern<N>(kEvenBytes)));
+        const Rgb<I16<N>> sums = {withNeighbour(pairs.r), withNeighbour(pairs.g), withNeighbour(pairs.b)};
+        storeQuarters(quarter, chroma.plane[0] + x / 4, chroma.plane[1] + x / 4, Form::chromaOfTwins(sums));
     };
     const Index x = eachGroup<16>(width, [&](auto how, Index at) { convert(EncodeBlocks<k>{}, how, how, at); });
     const int rest = static_cast<int>(width - x);
