@@ -267,6 +267,23 @@ template <int N>
 PXL_INLINE U8<N> highBytes(U16<N> low, U16<N> high) {
     return packSatU8(as<I16<N>>(shiftRight<8>(low)), as<I16<N>>(shiftRight<8>(high)));
 }
+#if PXL_BLOCKS == 4
+struct alignas(64) HighBytes64 {
+    Pxl8u from[64];
+};
+constexpr HighBytes64 makeHighBytes64() {
+    HighBytes64 order = {};
+    for (int i = 0; i < 64; ++i) {
+        const int block = i / 16, ofHigh = i % 16 / 8;
+        order.from[i] = static_cast<Pxl8u>(64 * ofHigh + 16 * block + 2 * (i % 8) + 1);
+    }
+    return order;
+}
+constexpr HighBytes64 kHighBytes64 = makeHighBytes64();
+PXL_INLINE U8<4> highBytes(U16<4> low, U16<4> high) {
+    return {_mm512_permutex2var_epi8(low.v, _mm512_load_si512(kHighBytes64.from), high.v)};
+}
+#endif
 
 // Bytes of a block picked by index; an index of 128 or more gives 0.
 PXL_BINARY(pick, U8, shuffle_epi8)

@@ -95,7 +95,8 @@ struct EncodeBlocks {
     PXL_INLINE static Rgb<I16<N>> factors(EncoderWeights w) {
         return {fill<I16<N>>(w.r), fill<I16<N>>(w.g), fill<I16<N>>(w.b)};
     }
-    // Where a sum saturates, the code is limited anyway or, for the luma of black, 1/256 of a code is lost in the shift.
+    // Where a sum saturates, the code is limited anyway or, for the luma of black, 1/256 of a code is lost in the
+    // shift.
     template <int N>
     PXL_INLINE static I16<N> weigh256(Rgb<I16<N>> p, Rgb<I16<N>> factors) {
         return addSat(addSat(mulRound15(p.r, factors.r), mulRound15(p.g, factors.g)), mulRound15(p.b, factors.b));
