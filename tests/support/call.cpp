@@ -90,7 +90,7 @@ PxlStatus Call::run() {
     return invoke(function, arguments);
 }
 
-std::string faultsOf(Call& call, PxlStatus* status) {
+std::string faultsOf(Call& call) {
     const Image::Bytes source = call.source.bytes(), before = call.destination.bytes();
     const auto fault = [&](Target target, const char* what) {
         return std::string(what) + " (" + nameOf(target) + "): " + call.describe();
@@ -112,7 +112,6 @@ std::string faultsOf(Call& call, PxlStatus* status) {
             found = fault(target, "other result than the first target");
         }
     });
-    if (status) *status = firstStatus;
     return found;
 }
 

@@ -14,6 +14,7 @@ public:
     Call(const catalog::Export& function, PxlSize size, const Placement& sourcePlacement,
          const Placement& destinationPlacement, Random& random);
 
+    Call(const Call&) = delete;  // the arguments point into it
     PxlStatus run();
 
     Image source;  // of in-place functions an image that nobody uses
@@ -30,8 +31,8 @@ private:
 };
 
 // Runs the call on every target that the processor runs. Empty if all give the same status and bytes, write inside the
-// ROI only and leave the source alone; else what is wrong. The call's result is in `status` and the destination.
-std::string faultsOf(Call& call, PxlStatus* status = nullptr);
+// ROI only and leave the source alone; else what is wrong. The result stays in the destination.
+std::string faultsOf(Call& call);
 
 // ---- wrong arguments
 

@@ -140,8 +140,6 @@ Image::Image(const catalog::ImageShape& shape, PxlSize size, const Placement& pl
     }
 }
 
-Image::Image(Image&&) noexcept = default;
-
 Image::~Image() {
     for (Plane& plane : storage_) {
         if (plane.arena && plane.arena->size() == kPooledBytes) pool.push_back(std::move(plane.arena));

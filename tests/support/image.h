@@ -31,7 +31,6 @@ class Image {
 public:
     Image(const catalog::ImageShape& shape, PxlSize size, const Placement& placement);
     ~Image();
-    Image(Image&&) noexcept;
 
     const std::vector<catalog::PlaneRef>& planes() const { return planes_; }
 

@@ -1,6 +1,10 @@
 // What holds for every export, tried on each line of the catalogue.
 
 #include <gtest/gtest.h>
+#include <sys/mman.h>
+
+#include <cstring>
+#include <utility>
 
 #include "support/call.h"
 #include "support/targets.h"
@@ -63,6 +67,42 @@ TEST(Sweep, smallestSize) {
         Call call(function, {function.minimumWidth, function.minimumHeight}, {}, {}, random);
         EXPECT_GE(call.run(), 0) << call.describe();
     }
+}
+
+// Rows that lie a gigabyte apart: offsets are counted in 64 bits.
+TEST(Sweep, hugeSteps) {
+    constexpr int kStep = 1 << 30, kHeight = 5;
+    constexpr std::size_t kPlaneBytes = 1 << 14, kBytes = std::size_t{kHeight} * kStep;
+    void* memory = mmap(nullptr, kBytes, PROT_READ | PROT_WRITE, MAP_PRIVATE | MAP_ANONYMOUS | MAP_NORESERVE, -1, 0);
+    if (memory == MAP_FAILED) GTEST_SKIP() << "no address space for " << kBytes << " bytes";
+    for (const catalog::Export& function : catalog::all()) {
+        Random random(4);
+        Call call(function, {37, kHeight}, {}, {}, random);
+        catalog::Arguments far = call.arguments;
+        auto* next = static_cast<std::byte*>(memory);
+        const auto eachRow = [&](const auto& planes, const auto& shapes, const auto& farPlanes, auto action) {
+            for (std::size_t i = 0; i < planes.size(); ++i) {
+                for (std::int64_t y = 0; y < shapes[i].rows(kHeight); ++y) {
+                    action(static_cast<std::byte*>(planes[i].first) + y * planes[i].step,
+                           static_cast<std::byte*>(farPlanes[i].first) + y * farPlanes[i].step,
+                           static_cast<std::size_t>(shapes[i].rowBytes(37)));
+                }
+            }
+        };
+        for (auto* planes : {&far.source, &far.destination}) {
+            for (catalog::PlaneRef& plane : *planes) plane = {std::exchange(next, next + kPlaneBytes), kStep};
+        }
+        const auto copy = [](std::byte* from, std::byte* to, std::size_t bytes) { std::memcpy(to, from, bytes); };
+        eachRow(call.arguments.source, function.source.planes, far.source, copy);
+        eachRow(call.arguments.destination, function.destination.planes, far.destination, copy);
+        const PxlStatus status = call.run();
+        EXPECT_EQ(invoke(function, far), status) << function.name;
+        bool same = true;
+        eachRow(call.arguments.destination, function.destination.planes, far.destination,
+                [&](auto* a, auto* b, std::size_t bytes) { same = same && std::memcmp(a, b, bytes) == 0; });
+        EXPECT_TRUE(same) << function.name;
+    }
+    munmap(memory, kBytes);
 }
 
 // Absent processor features are said, not passed over.
