@@ -97,12 +97,13 @@ PXL_INLINE Channels3<U8<N>> interleave3(Channels3<U8<N>> px) {
 
 // ---- four channels, inside each block
 
+// A block's samples by channel. Inline, for Clang gives explicit specialisations external linkage.
 template <int kSize>
-alignas(16) constexpr Bytes16 kFourApart = {};  // a block's samples by channel
+alignas(16) inline constexpr Bytes16 kFourApart = {};
 template <>
-alignas(16) constexpr Bytes16 kFourApart<1> = {{0, 4, 8, 12, 1, 5, 9, 13, 2, 6, 10, 14, 3, 7, 11, 15}};
+alignas(16) inline constexpr Bytes16 kFourApart<1> = {{0, 4, 8, 12, 1, 5, 9, 13, 2, 6, 10, 14, 3, 7, 11, 15}};
 template <>
-alignas(16) constexpr Bytes16 kFourApart<2> = {{0, 1, 8, 9, 2, 3, 10, 11, 4, 5, 12, 13, 6, 7, 14, 15}};
+alignas(16) inline constexpr Bytes16 kFourApart<2> = {{0, 1, 8, 9, 2, 3, 10, 11, 4, 5, 12, 13, 6, 7, 14, 15}};
 
 template <int kSize, int N>
 PXL_INLINE Channels4<U8<N>> separate4(U8<N> a, U8<N> b, U8<N> c, U8<N> d) {
