@@ -149,12 +149,12 @@ PXL_INLINE Pxl8u* bytesOf(E* p) {
     return reinterpret_cast<Pxl8u*>(p);
 }
 
-template <class V, int N>
-PXL_INLINE Channels3<V> asChannels(Channels3<U8<N>> px) {
+template <class V, class A>
+PXL_INLINE Channels3<V> asChannels(Channels3<A> px) {
     return {as<V>(px.c0), as<V>(px.c1), as<V>(px.c2)};
 }
-template <class V, int N>
-PXL_INLINE Channels4<V> asChannels(Channels4<U8<N>> px) {
+template <class V, class A>
+PXL_INLINE Channels4<V> asChannels(Channels4<A> px) {
     return {as<V>(px.c0), as<V>(px.c1), as<V>(px.c2), as<V>(px.c3)};
 }
 
@@ -313,6 +313,9 @@ PXL_INLINE void storeBytes3Keep4th(Blocks<4> all, Pxl8u* p, Channels3<U8<4>> px)
 template <int kSize, int r>
 constexpr auto kTripled = lanes<kSize>([](int l) { return (r * Lanes<kSize>::kLanes + l) / 3; });
 
+constexpr auto kEven = lanes<1>([](int l) { return 2 * l; });
+constexpr auto kQuadsToPixels = lanes<4>([](int l) { return l % 4 * 4 + l / 4; });
+
 template <int kSize>
 PXL_INLINE void storeBytesTripled(Blocks<4> all, Pxl8u* p, U8<4> a) {
     store(all, p, permute<kSize>(a, kTripled<kSize, 0>, a));
@@ -398,7 +401,97 @@ PXL_INLINE void storeTripled(Blocks<N> all, E* p, Vector<E, N> a) {
     storeBytesTripled<sizeof(E)>(all, bytesOf(p), as<U8<N>>(a));
 }
 
+// The first of every two bytes.
+template <int N>
+PXL_INLINE U8<N> loadEven(Blocks<N> all, const Pxl8u* p) {
+#if PXL_BLOCKS == 4
+    if constexpr (N == 4) return permute<1>(load(all, p), kEven, load(all, p + 64));
+#endif
+    U8<N> a[2];
+    loadBlocks(all, p, a);
+    const auto even = fill<I16<N>>(0xFF);
+    return packSatU8(bitAnd(as<I16<N>>(a[0]), even), bitAnd(as<I16<N>>(a[1]), even));
+}
+
+// ---- bytes as pixels in 32-bit lanes
+//
+// In memory order, unlike all others: lane j of vector k is pixel 4 * N * k + j. Of pixels of three bytes the fourth
+// byte of a lane is one of the three.
+
+template <int N>
+struct Quads {
+    U8<N> at[4];
+};
+
+alignas(16) constexpr Bytes16 kThreeOfFour = {{0, 1, 2, 0, 3, 4, 5, 3, 6, 7, 8, 6, 9, 10, 11, 9}};
+
+PXL_INLINE Quads<1> loadQuads3(Blocks<1> all, const Pxl8u* p) {
+    const auto a = load(all, p), b = load(all, p + 16), c = load(all, p + 32), order = pattern<1>(kThreeOfFour);
+    return {{pick(a, order), pick(straddle<12>(a, b), order), pick(straddle<8>(b, c), order),
+             pick(straddle<4>(c, c), order)}};
+}
+
+#if PXL_BLOCKS == 2
+// Twelve bytes into each block, from the 32-bit lanes kFirst and kFirst + 3 on.
+template <int kFirst>
+PXL_INLINE U8<2> twelveBytes(U8<2> a) {
+    const __m256i lanes = _mm256_setr_epi32(kFirst, kFirst + 1, kFirst + 2, 0, kFirst + 3, kFirst + 4, kFirst + 5, 0);
+    return pick(U8<2>{_mm256_permutevar8x32_epi32(a.v, lanes)}, pattern<2>(kThreeOfFour));
+}
+PXL_INLINE Quads<2> loadQuads3(Blocks<2> all, const Pxl8u* p) {
+    return {{twelveBytes<0>(load(all, p)), twelveBytes<0>(load(all, p + 24)), twelveBytes<0>(load(all, p + 48)),
+             twelveBytes<2>(load(all, p + 64))}};
+}
+#elif PXL_BLOCKS == 4
+// Bytes 48 * k ... of 192, of which the permute sees those from 64 * from on.
+template <int k, int from>
+constexpr auto kQuads3 = lanes<1>([](int l) { return 48 * k - 64 * from + l / 4 * 3 + l % 4 % 3; });
+
+PXL_INLINE Quads<4> loadQuads3(Blocks<4> all, const Pxl8u* p) {
+    const auto a = load(all, p), b = load(all, p + 64), c = load(all, p + 128);
+    return {{permute<1>(a, kQuads3<0, 0>, b), permute<1>(a, kQuads3<1, 0>, b), permute<1>(b, kQuads3<2, 1>, c),
+             permute<1>(b, kQuads3<3, 1>, c)}};
+}
+#endif
+
+template <int N>
+PXL_INLINE Quads<N> loadQuads4(Blocks<N> all, const Pxl8u* p) {
+    return {{load(all, p), load(all, p + 16 * N), load(all, p + 32 * N), load(all, p + 48 * N)}};
+}
+
+// 32-bit lanes in the order of quads to bytes in the order of pixels, saturated.
+template <int N>
+PXL_INLINE U8<N> packSatQuads(Parts<I32<N>, 4> a) {
+    const auto bytes = packSatU8(packSatI16(a.at[0], a.at[1]), packSatI16(a.at[2], a.at[3]));
+#if PXL_BLOCKS == 2
+    if constexpr (N == 2) {
+        return {_mm256_permutevar8x32_epi32(bytes.v, _mm256_setr_epi32(0, 4, 1, 5, 2, 6, 3, 7))};
+    }
+#elif PXL_BLOCKS == 4
+    if constexpr (N == 4) return permute<4>(bytes, kQuadsToPixels, bytes);
+#endif
+    return bytes;
+}
+
 // ---- part of a block: through a buffer of whole blocks
+
+PXL_INLINE U8<1> loadEven(Part part, const Pxl8u* p) {
+    Pxl8u bytes[32] = {};
+    __builtin_memcpy(bytes, p, 2 * static_cast<size_t>(part.count));
+    return loadEven(Blocks<1>{}, bytes);
+}
+
+PXL_INLINE Quads<1> loadQuads3(Part part, const Pxl8u* p) {
+    Pxl8u bytes[48] = {};
+    __builtin_memcpy(bytes, p, 3 * static_cast<size_t>(part.count));
+    return loadQuads3(Blocks<1>{}, bytes);
+}
+
+PXL_INLINE Quads<1> loadQuads4(Part part, const Pxl8u* p) {
+    Pxl8u bytes[64] = {};
+    __builtin_memcpy(bytes, p, 4 * static_cast<size_t>(part.count));
+    return loadQuads4(Blocks<1>{}, bytes);
+}
 
 template <class E>
 PXL_INLINE Channels3<Vector<E, 1>> load3(Part part, const E* p) {

@@ -1,4 +1,4 @@
-// Loads and stores of consecutive samples. With interleaved.h, the only operations that know how many blocks a vector
+// Loads and stores of consecutive samples; with interleaved.h the only operations that know how many blocks a vector
 // has. Every one takes which part of the row it covers, Blocks<N> or Part, and touches exactly those bytes.
 #pragma once
 

@@ -18,6 +18,8 @@
     }
 
 #define PXL_INLINE [[gnu::always_inline]] inline
+// After the parameters of a lambda: the bodies of loops over a row, which the compiler may otherwise call.
+#define PXL_BODY __attribute__((always_inline))
 
 PXL_BEGIN_TARGET
 
