@@ -21,7 +21,7 @@ catalog::Arguments argumentsFor(const Images& images) {
     arguments.size = images.size;
     arguments.source = refs(images.source);
     arguments.destination = refs(images.destination);
-    arguments.alpha = 255;
+    arguments.alpha = fullScale(images.function.destination.planes[0].element);
     arguments.matrix = &kTwist[0][0];
     return arguments;
 }

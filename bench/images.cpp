@@ -98,6 +98,8 @@ double readSample(const std::uint8_t* at, catalog::Element element) {
     });
 }
 
+double fullScale(catalog::Element element) { return toRange(1, element); }
+
 std::int64_t bytesRead(const catalog::Export& function, PxlSize size) { return bytesOf(function.source, size); }
 std::int64_t bytesWritten(const catalog::Export& function, PxlSize size) { return bytesOf(function.destination, size); }
 

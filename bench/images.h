@@ -26,6 +26,9 @@ struct Plane {
 
 double readSample(const std::uint8_t* at, catalog::Element element);
 
+// The value of white, or of an opaque fourth channel.
+double fullScale(catalog::Element element);
+
 // Memory for two images, the same for everything that is measured: what a copy costs depends on the pages that the
 // system happens to give. Huge pages, where the system has them, for the same reason.
 class Arena {

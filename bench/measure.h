@@ -21,8 +21,8 @@ struct Contender {
     double spread = 0;   // result: by how much the median round was slower than the best
 };
 
-// Runs all contenders by turns, five rounds at least and then each as long as its equal share of `seconds` lasts: one
-// that is slow by a factor does not take the rounds of the others.
+// Runs all contenders by turns, seven rounds at least and then each as long as its equal share of `seconds` of
+// processor time lasts: one that is slow by a factor does not take the rounds of the others.
 void measure(std::vector<Contender>& contenders, double seconds);
 
 double median(std::vector<double> values);

@@ -96,7 +96,9 @@ std::optional<Peer> find(const Images& images) {
     const catalog::Export& function = images.function;
     const Format from = formatOf(function.source), to = formatOf(function.destination);
     const auto named = [&](const char* word) { return function.name.find(word) != std::string_view::npos; };
-    if (function.inPlace || from.format == AV_PIX_FMT_NONE || to.format == AV_PIX_FMT_NONE ||
+    // taking gray out of YCbCr, it stretches luma to the full range
+    const bool stretches = function.destination.space == "Gray" && function.source.space != "RGB";
+    if (function.inPlace || stretches || from.format == AV_PIX_FMT_NONE || to.format == AV_PIX_FMT_NONE ||
         from.format == to.format || named("_Filter") || named("_Interlace")) {
         return std::nullopt;
     }
