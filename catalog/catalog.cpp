@@ -15,6 +15,7 @@ struct Extras {
     int minimumWidth = 1;
     int minimumHeight = 1;
     bool testsSteps = false;
+    bool partialSourceSamples = false;  // a chroma sample of the source may serve fewer pixels at the end of a row
 };
 
 // ---- from the function's type
@@ -178,6 +179,9 @@ Export describe(std::string_view name, std::string_view summary, const Family& f
     e.inPlace = parts.inPlace;
     e.source = std::move(parts.source);
     e.destination = std::move(parts.destination);
+    for (PlaneShape& plane : e.source.planes) {
+        plane.partialSamples = own.partialSourceSamples || family.extras.partialSourceSamples;
+    }
     e.source.planeArray = e.inPlace ? sides.destinationArray : sides.sourceArray;
     e.source.stepArray = e.inPlace ? sides.destinationSteps : sides.sourceSteps;
     e.destination.planeArray = sides.destinationArray;

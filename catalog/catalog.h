@@ -23,10 +23,13 @@ std::size_t bytesOf(Element element);
 struct PlaneShape {
     Element element = Element::u8;
     int channels = 1;     // interleaved samples at each position
-    int widthShift = 0;   // positions in a row: width >> widthShift
+    int widthShift = 0;   // positions in a row: width >> widthShift, with partialSamples rounded up
     int heightShift = 0;  // rows: height >> heightShift
+    bool partialSamples = false;
 
-    std::int64_t rowSamples(std::int64_t width) const { return (width >> widthShift) * channels; }
+    std::int64_t rowSamples(std::int64_t width) const {
+        return ((width + (partialSamples ? (1 << widthShift) - 1 : 0)) >> widthShift) * channels;
+    }
     std::int64_t rowBytes(std::int64_t width) const {
         return rowSamples(width) * static_cast<std::int64_t>(bytesOf(element));
     }

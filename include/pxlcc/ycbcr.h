@@ -192,6 +192,132 @@ PXLCC_API PxlStatus pxliBGRToYCbCr411_8u_C3P3R(const Pxl8u* pSrc, int srcStep, P
 PXLCC_API PxlStatus pxliBGRToYCbCr411_8u_AC4P3R(const Pxl8u* pSrc, int srcStep, Pxl8u* pDst[3], int dstStep[3],
                                                 PxlSize roiSize);
 
+/*
+ * YCbCr 4:2:0 and 4:1:1 to RGB
+ * ============================
+ *
+ * 8-bit Y'CbCr video pictures to R'G'B' in 0..255. Luma 16..235 and chroma 16..240 around 128 become 0..255; only
+ * _709HDTV takes luma at unit gain. Coefficients are those of ITU-R BT.601, with _709CSC and _709HDTV those of BT.709.
+ *
+ * Sources. 4:2:0: one Cb and one Cr sample serve a block of 2 x 2 pixels; pixel (x, y) takes sample (x >> 1, y >> 1).
+ * P3: pSrc[0] is luma, pSrc[1] and pSrc[2] are chroma in the order of the name (Cb, Cr for YCbCr420; Cr, Cb for
+ * YCrCb420), each with its own step in srcStep. P2: a luma plane, and a plane of chroma pairs in the order of the name
+ * (Cb at the even byte for YCbCr420, Cr for YCrCb420). Chroma has floor(width / 2) samples or pairs a row and
+ * floor(height / 2) rows; no more are read. 4:1:1 (P3, always Y, Cb, Cr): one Cb and one Cr sample serve four pixels of
+ * a row; as many chroma rows as luma rows, of ceil(width / 4) samples.
+ *
+ * Destinations. C3: three bytes a pixel in the order of the name. C4: the same and `aval` in the fourth byte.
+ *
+ * Sizes. 4:2:0 takes any width and height from 1. An odd last column and an odd last row are not converted and their
+ * destination bytes keep their values; the function then returns pxlStatusOddSize (a warning). 4:1:1 takes widths from
+ * 4 and heights from 1 and converts every pixel.
+ *
+ * Steps are signed byte distances and are not checked. docs/exactness.md gives the formulas.
+ *
+ * Status: pxlStatusNullPointer, pxlStatusBadSize (width or height below the minimum), pxlStatusOddSize or pxlStatusOk.
+ * In which order the pointers and the size are looked at is said with each function.
+ */
+
+/*
+ * Y, Cb and Cr planes to RGB. The first 16 * floor(width / 16) pixels of a row with 16-bit arithmetic, the others with
+ * 32 bits; the two may differ by one code. Checks: pSrc, pDst; size; the three entries.
+ */
+PXLCC_API PxlStatus pxliYCbCr420ToRGB_8u_P3C3R(const Pxl8u* pSrc[3], int srcStep[3], Pxl8u* pDst, int dstStep,
+                                               PxlSize roiSize);
+
+/* Luma and Cb,Cr pairs to RGB, every pixel with 16-bit arithmetic. Checks: the three pointers; size. */
+PXLCC_API PxlStatus pxliYCbCr420ToRGB_8u_P2C3R(const Pxl8u* pSrcY, int srcYStep, const Pxl8u* pSrcCbCr, int srcCbCrStep,
+                                               Pxl8u* pDst, int dstStep, PxlSize roiSize);
+
+/* Luma and Cb,Cr pairs to RGB and aval, every pixel with 16-bit arithmetic. Checks: the three pointers; size. */
+PXLCC_API PxlStatus pxliYCbCr420ToRGB_8u_P2C4R(const Pxl8u* pSrcY, int srcYStep, const Pxl8u* pSrcCbCr, int srcCbCrStep,
+                                               Pxl8u* pDst, int dstStep, PxlSize roiSize, Pxl8u aval);
+
+/*
+ * Y, Cb and Cr planes to BGR. The first 16 * floor(width / 16) pixels of a row with 16-bit arithmetic, the others with
+ * 32 bits; the two may differ by one code. Checks: pSrc, pDst; size; the three entries.
+ */
+PXLCC_API PxlStatus pxliYCbCr420ToBGR_8u_P3C3R(const Pxl8u* pSrc[3], int srcStep[3], Pxl8u* pDst, int dstStep,
+                                               PxlSize roiSize);
+
+/*
+ * Y, Cb and Cr planes to BGR and aval, every pixel with the 16-bit arithmetic of the P2 functions.
+ * Checks: pSrc, pDst; size; the three entries.
+ */
+PXLCC_API PxlStatus pxliYCbCr420ToBGR_8u_P3C4R(const Pxl8u* pSrc[3], int srcStep[3], Pxl8u* pDst, int dstStep,
+                                               PxlSize roiSize, Pxl8u aval);
+
+/* Luma and Cb,Cr pairs to BGR, every pixel with 16-bit arithmetic. Checks: the three pointers; size. */
+PXLCC_API PxlStatus pxliYCbCr420ToBGR_8u_P2C3R(const Pxl8u* pSrcY, int srcYStep, const Pxl8u* pSrcCbCr, int srcCbCrStep,
+                                               Pxl8u* pDst, int dstStep, PxlSize roiSize);
+
+/* Luma and Cb,Cr pairs to BGR and aval, every pixel with 16-bit arithmetic. Checks: the three pointers; size. */
+PXLCC_API PxlStatus pxliYCbCr420ToBGR_8u_P2C4R(const Pxl8u* pSrcY, int srcYStep, const Pxl8u* pSrcCbCr, int srcCbCrStep,
+                                               Pxl8u* pDst, int dstStep, PxlSize roiSize, Pxl8u aval);
+
+/*
+ * BT.709 Y, Cb and Cr planes to BGR. The first 16 * floor(width / 16) pixels of a row with 16-bit arithmetic, that of
+ * pxliYCbCrToBGR_709CSC_8u_P3C3R, the others with 32 bits; the two differ by one code at most. Checks: pSrc, pDst;
+ * size; the three entries.
+ */
+PXLCC_API PxlStatus pxliYCbCr420ToBGR_709CSC_8u_P3C3R(const Pxl8u* pSrc[3], int srcStep[3], Pxl8u* pDst, int dstStep,
+                                                      PxlSize roiSize);
+
+/*
+ * BT.709 Y, Cb and Cr planes to BGR and aval with luma at unit gain: Y = 16 with neutral chroma gives 16, 16, 16. Every
+ * pixel with the exact 32-bit sum, rounded once. Checks: pSrc, pDst; size; the three entries.
+ */
+PXLCC_API PxlStatus pxliYCbCr420ToBGR_709HDTV_8u_P3C4R(const Pxl8u* pSrc[3], int srcStep[3], Pxl8u* pDst, int dstStep,
+                                                       PxlSize roiSize, Pxl8u aval);
+
+/*
+ * Luma and Cr,Cb pairs to RGB, every pixel with 16-bit arithmetic; the coefficients differ in last digits from those of
+ * YCbCr420. Checks: the three pointers; size.
+ */
+PXLCC_API PxlStatus pxliYCrCb420ToRGB_8u_P2C3R(const Pxl8u* pSrcY, int srcYStep, const Pxl8u* pSrcCbCr, int srcCbCrStep,
+                                               Pxl8u* pDst, int dstStep, PxlSize roiSize);
+
+/* Luma and Cr,Cb pairs to RGB and aval, values as in the function before. Checks: size; then the three pointers. */
+PXLCC_API PxlStatus pxliYCrCb420ToRGB_8u_P2C4R(const Pxl8u* pSrcY, int srcYStep, const Pxl8u* pSrcCbCr, int srcCbCrStep,
+                                               Pxl8u* pDst, int dstStep, PxlSize roiSize, Pxl8u aval);
+
+/*
+ * Y, Cr and Cb planes to RGB and aval. The first 16 * floor(width / 16) pixels of a row with 16-bit arithmetic, that of
+ * pxliYCbCrToRGB_8u_P3C4R, the others with 32 bits; the two differ by one code at most. Checks: pSrc, pDst; size; the
+ * three entries.
+ */
+PXLCC_API PxlStatus pxliYCrCb420ToRGB_8u_P3C4R(const Pxl8u* pSrc[3], int srcStep[3], Pxl8u* pDst, int dstStep,
+                                               PxlSize roiSize, Pxl8u aval);
+
+/* Luma and Cr,Cb pairs to BGR, values as in pxliYCrCb420ToRGB_8u_P2C3R. Checks: the three pointers; size. */
+PXLCC_API PxlStatus pxliYCrCb420ToBGR_8u_P2C3R(const Pxl8u* pSrcY, int srcYStep, const Pxl8u* pSrcCbCr, int srcCbCrStep,
+                                               Pxl8u* pDst, int dstStep, PxlSize roiSize);
+
+/* Luma and Cr,Cb pairs to BGR and aval, values as before. Checks: size; then the three pointers. */
+PXLCC_API PxlStatus pxliYCrCb420ToBGR_8u_P2C4R(const Pxl8u* pSrcY, int srcYStep, const Pxl8u* pSrcCbCr, int srcCbCrStep,
+                                               Pxl8u* pDst, int dstStep, PxlSize roiSize, Pxl8u aval);
+
+/*
+ * Y, Cr and Cb planes to BGR and aval with chroma interpolated along the row: an even pixel takes its own sample of
+ * each chroma plane, an odd one the mean (rounded up) of its own and the next sample; the last pixel converted takes
+ * its own. Both rows of a pair take the same chroma. The sums, exact in every pixel, are not rounded but cut off.
+ * Checks: pSrc, pDst; size; the three entries.
+ */
+PXLCC_API PxlStatus pxliYCrCb420ToBGR_Filter_8u_P3C4R(const Pxl8u* pSrc[3], int srcStep[3], Pxl8u* pDst, int dstStep,
+                                                      PxlSize roiSize, Pxl8u aval);
+
+/*
+ * 4:1:1 Y, Cb and Cr planes to BGR. Whole groups of four pixels with 16-bit arithmetic; the last width mod 4 pixels of
+ * a row with 32 bits and a chroma sample of their own, the one after the last whole group's. Checks: pSrc, pDst, the
+ * three entries; width, height.
+ */
+PXLCC_API PxlStatus pxliYCbCr411ToBGR_8u_P3C3R(const Pxl8u* pSrc[3], int srcStep[3], Pxl8u* pDst, int dstStep,
+                                               PxlSize roiSize);
+
+/* The same with aval in the fourth byte. Checks: pSrc, pDst, the three entries; width, height. */
+PXLCC_API PxlStatus pxliYCbCr411ToBGR_8u_P3C4R(const Pxl8u* pSrc[3], int srcStep[3], Pxl8u* pDst, int dstStep,
+                                               PxlSize roiSize, Pxl8u aval);
+
 #ifdef __cplusplus
 }
 #endif

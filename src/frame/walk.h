@@ -12,4 +12,12 @@ PxlStatus eachRow(PxlSize size, Kernel kernel, Views... views) {
     return pxlStatusOk;
 }
 
+// The same for two rows at a time, in whole pairs of columns. An odd last row or column is left out, with a warning.
+template <class Kernel, class... Views>
+PxlStatus eachRowPair(PxlSize size, Kernel kernel, Views... views) {
+    const PxlSize whole = {size.width & ~1, size.height & ~1};
+    eachRow(PxlSize{whole.width, whole.height / 2}, kernel, views...);
+    return whole.width == size.width && whole.height == size.height ? pxlStatusOk : pxlStatusOddSize;
+}
+
 }  // namespace pxl

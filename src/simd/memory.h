@@ -86,6 +86,47 @@ PXL_INLINE void storeTwoParts(Part part, Pxl8u* p, Pxl8u* q, U8<1> a) {
 PXL_INLINE void storeHalves(Part part, Pxl8u* p, Pxl8u* q, U8<1> a) { storeTwoParts<8>(part, p, q, a); }
 PXL_INLINE void storeQuarters(Part part, Pxl8u* p, Pxl8u* q, U8<1> a) { storeTwoParts<4>(part, p, q, a); }
 
+// ---- one channel of which several pixels share a sample, widened: block i holds the samples of 16 pixels
+
+// Shared by two pixels: 8 * N samples.
+PXL_INLINE I16<1> loadHalf(Blocks<1>, const Pxl8u* p) {
+    return {_mm_cvtepu8_epi16(_mm_loadl_epi64(reinterpret_cast<const __m128i*>(p)))};
+}
+// Shared by four pixels: 4 * N samples, each in two lanes.
+template <int N>
+PXL_INLINE I16<N> twice(I32<N> samples) {
+    return as<I16<N>>(bitOr(samples, shiftLeft<16>(samples)));
+}
+PXL_INLINE I16<1> loadQuarterTwice(Blocks<1>, const Pxl8u* p) {
+    int four;
+    __builtin_memcpy(&four, p, 4);
+    return twice(I32<1>{_mm_cvtepu8_epi32(_mm_cvtsi32_si128(four))});
+}
+#if PXL_BLOCKS == 2
+PXL_INLINE I16<2> loadHalf(Blocks<2>, const Pxl8u* p) { return {_mm256_cvtepu8_epi16(load(Blocks<1>{}, p).v)}; }
+PXL_INLINE I16<2> loadQuarterTwice(Blocks<2>, const Pxl8u* p) {
+    return twice(I32<2>{_mm256_cvtepu8_epi32(_mm_loadl_epi64(reinterpret_cast<const __m128i*>(p)))});
+}
+#elif PXL_BLOCKS == 4
+PXL_INLINE I16<4> loadHalf(Blocks<4>, const Pxl8u* p) {
+    return {_mm512_cvtepu8_epi16(_mm256_loadu_si256(reinterpret_cast<const __m256i*>(p)))};
+}
+PXL_INLINE I16<4> loadQuarterTwice(Blocks<4>, const Pxl8u* p) {
+    return twice(I32<4>{_mm512_cvtepu8_epi32(load(Blocks<1>{}, p).v)});
+}
+#endif
+// The samples of the part's pixels, a last one with fewer pixels included.
+PXL_INLINE I16<1> loadHalf(Part part, const Pxl8u* p) {
+    Pxl8u samples[8] = {};
+    __builtin_memcpy(samples, p, static_cast<size_t>((part.count + 1) / 2));
+    return loadHalf(Blocks<1>{}, samples);
+}
+PXL_INLINE I16<1> loadQuarterTwice(Part part, const Pxl8u* p) {
+    Pxl8u samples[4] = {};
+    __builtin_memcpy(samples, p, static_cast<size_t>((part.count + 3) / 4));
+    return loadQuarterTwice(Blocks<1>{}, samples);
+}
+
 // ---- pixels of k vectors: block i of the r-th vector holds the 16 bytes from p + 16 * (k * i + r)
 //
 // In memory order the k * N blocks of k vectors stand as 0, k, 2k ... | 1, k + 1 ... | ...; these rearrange whole

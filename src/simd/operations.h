@@ -303,6 +303,17 @@ PXL_INLINE Halves<I16<N>> widen(U8<N> a) {
     return {as<I16<N>>(interleaveLow(a, zero)), as<I16<N>>(interleaveHigh(a, zero))};
 }
 
+template <int N>
+PXL_INLINE EvenOdd<I16<N>> evenOdd(U8<N> a) {
+    return {bitAnd(as<I16<N>>(a), fill<I16<N>>(255)), as<I16<N>>(shiftRight<8>(as<U16<N>>(a)))};
+}
+
+// The same times 64, in one multiplication each.
+template <int N>
+PXL_INLINE EvenOdd<I16<N>> evenOdd64(U8<N> a) {
+    return {pairSumsSat(a, as<U8<N>>(fill<I16<N>>(64))), pairSumsSat(a, as<U8<N>>(fill<I16<N>>(64 * 256)))};
+}
+
 // Unsigned bytes to the upper halves of 16-bit lanes: 256 * a.
 template <int N>
 PXL_INLINE Halves<U16<N>> widenTimes256(U8<N> a) {

@@ -1,8 +1,9 @@
 // Three-channel rows in each layout, so that one kernel source serves them all: load(how, x) and store(how, x, px) move
-// the pixels from x on, in channel order. Samples may be of any type.
+// the pixels from x on, in channel order. Samples may be of any type; interleaved bytes may also be stored from even
+// and odd pixels in 16-bit lanes (even_odd.h).
 #pragma once
 
-#include "simd/interleaved.h"
+#include "simd/even_odd.h"
 
 PXL_BEGIN_TARGET
 
@@ -47,6 +48,10 @@ struct PackedC4 {
     template <class How, class V>
     PXL_INLINE void store(How how, Index x, Channels3<V> px) const {
         store4(how, row + 4 * x, Channels4{px.c0, px.c1, px.c2, fill<V>(alpha)});
+    }
+    template <class How>
+    PXL_INLINE void store(How how, Index x, Channels3<EvenOdd<I16<How::kN>>> px) const {
+        store4(how, row + 4 * x, px, alpha);
     }
 };
 template <class E, class A>

@@ -109,6 +109,13 @@ struct Halves {
     V high;
 };
 
+// The lanes of one vector after widening: the even and the odd lanes of each block.
+template <class V>
+struct EvenOdd {
+    V even;
+    V odd;
+};
+
 // Interleaved channels after loading, in storage order; U8 x 3 is 16 * N pixels.
 template <class V>
 struct Channels2 {

@@ -18,13 +18,10 @@ const Kernels& kernels() {
 
 // The shapes; the checks stand in each function. Columns and rows that fill no block are left out and reported.
 
-PxlStatus warnIf(bool odd) { return odd ? pxlStatusOddSize : pxlStatusOk; }
-
 template <class Kernel, class Chroma>
 PxlStatus to420(Kernel kernel, const Pxl8u* pSrc, int srcStep, Pxl8u* pLuma, int lumaStep, Chroma chroma,
                 PxlSize size) {
-    eachRow({size.width & ~1, size.height >> 1}, kernel, pairs(pSrc, srcStep), pairs(pLuma, lumaStep), chroma);
-    return warnIf(((size.width | size.height) & 1) != 0);
+    return eachRowPair(size, kernel, pairs(pSrc, srcStep), pairs(pLuma, lumaStep), chroma);
 }
 
 PxlStatus toPlanes(Kernels::ToPlanes kernel, const Pxl8u* pSrc, int srcStep, Pxl8u* const pDst[3], const int dstStep[3],
@@ -49,7 +46,7 @@ PxlStatus to411(Kernels::To411 kernel, const Pxl8u* pSrc, int srcStep, Pxl8u* co
                 PxlSize roiSize) {
     eachRow({roiSize.width & ~3, roiSize.height}, kernel, view(pSrc, srcStep), view(pDst[0], dstStep[0]),
             planes<2>(pDst + 1, dstStep + 1));
-    return warnIf((roiSize.width & 3) != 0);
+    return (roiSize.width & 3) != 0 ? pxlStatusOddSize : pxlStatusOk;
 }
 
 }  // namespace

@@ -1,0 +1,255 @@
+#include "ycbcr/ycbcr420_decode_kernels.h"
+
+#include "simd/pixels.h"
+#include "ycbcr/ycbcr420_decode_forms.h"
+
+PXL_BEGIN_TARGET
+namespace {
+
+using Kernels = Ycbcr420DecodeKernels;
+using Luma = Kernels::Luma;
+using Planes = Kernels::Planes;
+using Destination = Kernels::Destination;
+
+// ---- chroma of the pixels from x on: one sample for an even and an odd pixel, or one for each
+
+struct ChromaPlanes {
+    Planes row;
+    template <class How>
+    PXL_INLINE Chroma<I16<How::kN>> load(How how, Index x) const {
+        return {loadHalf(how, row.plane[0] + x / 2), loadHalf(how, row.plane[1] + x / 2)};
+    }
+};
+
+// Interleaved, Cb first or Cr first.
+struct ChromaPairs {
+    const Pxl8u* row;
+    template <class How>
+    PXL_INLINE Chroma<I16<How::kN>> load(How how, Index x) const {
+        const auto samples = evenOdd(PXL_TARGET::load(how, row + x));
+        return {samples.even, samples.odd};
+    }
+};
+
+struct ChromaPairsCrFirst {
+    const Pxl8u* row;
+    template <class How>
+    PXL_INLINE Chroma<I16<How::kN>> load(How how, Index x) const {
+        const auto samples = evenOdd(PXL_TARGET::load(how, row + x));
+        return {samples.odd, samples.even};
+    }
+};
+
+// 4:1:1
+struct QuarterPlanes {
+    Planes row;
+    template <class How>
+    PXL_INLINE Chroma<I16<How::kN>> load(How how, Index x) const {
+        return {loadQuarterTwice(how, row.plane[0] + x / 4), loadQuarterTwice(how, row.plane[1] + x / 4)};
+    }
+};
+
+// An odd pixel takes the mean of its sample and the next one; the last pixel of a row, its own sample.
+struct FilteredPlanes {
+    Planes row;
+    template <int N>
+    PXL_INLINE static EvenOdd<I16<N>> filtered(Blocks<N> how, const Pxl8u* p) {
+        const auto own = loadHalf(how, p), next = loadHalf(how, p + 1);
+        return {own, as<I16<N>>(average(as<U16<N>>(own), as<U16<N>>(next)))};
+    }
+    // The last pixels of a row.
+    PXL_INLINE static EvenOdd<I16<1>> filtered(Part part, const Pxl8u* p) {
+        const int count = part.count / 2;
+        Pxl8u samples[9] = {};
+        __builtin_memcpy(samples, p, static_cast<size_t>(count));
+        samples[count] = samples[count - 1];
+        return filtered(Blocks<1>{}, samples);
+    }
+    template <class How>
+    PXL_INLINE EvenOdd<Chroma<I16<How::kN>>> load(How how, Index x) const {
+        const auto cb = filtered(how, row.plane[0] + x / 2), cr = filtered(how, row.plane[1] + x / 2);
+        return {{cb.even, cr.even}, {cb.odd, cr.odd}};
+    }
+};
+
+// ---- groups of pixels
+
+template <class Form, int N>
+PXL_INLINE auto termsOf(Chroma<I16<N>> chroma) {
+    const auto terms = Form::terms(chroma);
+    return EvenOdd<decltype(terms)>{terms, terms};
+}
+
+template <class Form, int N>
+PXL_INLINE auto termsOf(EvenOdd<Chroma<I16<N>>> chroma) {
+    const auto even = Form::terms(chroma.even), odd = Form::terms(chroma.odd);
+    return EvenOdd<decltype(even)>{even, odd};
+}
+
+template <class Form, int N, class Terms>
+PXL_INLINE Channels3<EvenOdd<I16<N>>> decode(U8<N> luma, const EvenOdd<Terms>& terms) {
+    const auto y = Form::luma(luma);
+    const Rgb<I16<N>> even = Form::pixel(y.even, terms.even), odd = Form::pixel(y.odd, terms.odd);
+    return {{even.r, odd.r}, {even.g, odd.g}, {even.b, odd.b}};
+}
+
+// The rows that share a row of chroma, and what becomes of the pixels from x on.
+template <int kRows, class Source, class Pixels>
+struct Rows {
+    const Pxl8u* luma[kRows];
+    Source chroma;
+    Pixels dst[kRows];
+    template <class Form, class How>
+    PXL_INLINE void decode(How how, Index x) const {
+        const auto terms = termsOf<Form>(chroma.load(how, x));
+        for (int i = 0; i < kRows; ++i) {
+            dst[i].store(how, x, PXL_TARGET::decode<Form>(load(how, luma[i] + x), terms));
+        }
+    }
+};
+
+template <class Source, class Pixels>
+PXL_INLINE Rows<2, Source, Pixels> pairOfRows(Luma luma, Source chroma, Pixels upper, Pixels lower) {
+    return {{luma.upper, luma.lower}, chroma, {upper, lower}};
+}
+
+// Whole groups of 16 pixels with one form, the pixels left over with another.
+template <class Group, class Tail, class Rows>
+PXL_INLINE void decodeRows(const Rows& rows, Index width) {
+    const Index x = eachGroup<16>(width, [&](auto how, Index at) { rows.template decode<Group>(how, at); });
+    if (x < width) rows.template decode<Tail>(Part{static_cast<int>(width - x)}, x);
+}
+
+// 4:1:1: whole groups of four pixels with one form, the pixels left over with another.
+template <class Group, class Tail, class Rows>
+PXL_INLINE void decodeRows411(const Rows& rows, Index width) {
+    const Index grouped = width / 4 * 4;
+    decodeRows<Group, Group>(rows, grouped);
+    if (grouped < width) rows.template decode<Tail>(Part{static_cast<int>(width - grouped)}, grouped);
+}
+
+// Whole groups need a chroma sample more than they have pixels for.
+template <class Form, class Rows>
+PXL_INLINE void decodeRowsFiltered(const Rows& rows, Index width) {
+    const Index x = eachGroup<16>(width - 2, [&](auto how, Index at) { rows.template decode<Form>(how, at); });
+    if (x < width) rows.template decode<Form>(Part{static_cast<int>(width - x)}, x);
+}
+
+PXL_INLINE auto rgb(Pxl8u* row) { return PackedC3{row}; }
+PXL_INLINE auto rgb(Pxl8u* row, Pxl8u alpha) { return PackedC4{row, alpha}; }
+PXL_INLINE auto bgr(Pxl8u* row) { return Reversed{PackedC3{row}}; }
+PXL_INLINE auto bgr(Pxl8u* row, Pxl8u alpha) { return Reversed{PackedC4{row, alpha}}; }
+
+using CentredQ12 = DecodeCentred<kDecodeQ12>;
+using CentredQ13 = DecodeCentred<kDecodeQ13>;
+using Centred709 = DecodeCentred<kDecode709>;
+using CbCr = DecodeFolded<kDecodeCbCr>;
+using CrCb = DecodeFolded<kDecodeCrCb>;
+using Exact601 = DecodeExact<kDecode601b>;
+using Exact709 = DecodeExact<kDecode709CSC>;
+using Exact411 = DecodeExact<kDecode411Tail>;
+using Filter = DecodeExact<kDecodeFilter>;
+
+void ycbcr420ToRgbP3C3(Luma luma, Planes chroma, Destination dst, Index width) {
+    decodeRows<CentredQ12, Exact601>(pairOfRows(luma, ChromaPlanes{chroma}, rgb(dst.upper), rgb(dst.lower)), width);
+}
+
+void ycbcr420ToBgrP3C3(Luma luma, Planes chroma, Destination dst, Index width) {
+    decodeRows<CentredQ12, Exact601>(pairOfRows(luma, ChromaPlanes{chroma}, bgr(dst.upper), bgr(dst.lower)), width);
+}
+
+void ycbcr420ToBgr709CscP3C3(Luma luma, Planes chroma, Destination dst, Index width) {
+    decodeRows<Centred709, Exact709>(pairOfRows(luma, ChromaPlanes{chroma}, bgr(dst.upper), bgr(dst.lower)), width);
+}
+
+void ycbcr420ToBgrP3C4(Luma luma, Planes chroma, Destination dst, Pxl8u alpha, Index width) {
+    const auto rows = pairOfRows(luma, ChromaPlanes{chroma}, bgr(dst.upper, alpha), bgr(dst.lower, alpha));
+    decodeRows<CbCr, CbCr>(rows, width);
+}
+
+void ycbcr420ToBgr709HdtvP3C4(Luma luma, Planes chroma, Destination dst, Pxl8u alpha, Index width) {
+    const auto rows = pairOfRows(luma, ChromaPlanes{chroma}, bgr(dst.upper, alpha), bgr(dst.lower, alpha));
+    decodeRows<Decode709Hdtv, Decode709Hdtv>(rows, width);
+}
+
+void ycrcb420ToRgbP3C4(Luma luma, Planes chroma, Destination dst, Pxl8u alpha, Index width) {
+    const auto rows = pairOfRows(luma, ChromaPlanes{chroma}, rgb(dst.upper, alpha), rgb(dst.lower, alpha));
+    decodeRows<CentredQ13, Exact601>(rows, width);
+}
+
+void ycrcb420ToBgrFilterP3C4(Luma luma, Planes chroma, Destination dst, Pxl8u alpha, Index width) {
+    const auto rows = pairOfRows(luma, FilteredPlanes{chroma}, bgr(dst.upper, alpha), bgr(dst.lower, alpha));
+    decodeRowsFiltered<Filter>(rows, width);
+}
+
+void ycbcr420ToRgbP2C3(Luma luma, const Pxl8u* chroma, Destination dst, Index width) {
+    decodeRows<CbCr, CbCr>(pairOfRows(luma, ChromaPairs{chroma}, rgb(dst.upper), rgb(dst.lower)), width);
+}
+
+void ycbcr420ToBgrP2C3(Luma luma, const Pxl8u* chroma, Destination dst, Index width) {
+    decodeRows<CbCr, CbCr>(pairOfRows(luma, ChromaPairs{chroma}, bgr(dst.upper), bgr(dst.lower)), width);
+}
+
+void ycrcb420ToRgbP2C3(Luma luma, const Pxl8u* chroma, Destination dst, Index width) {
+    decodeRows<CrCb, CrCb>(pairOfRows(luma, ChromaPairsCrFirst{chroma}, rgb(dst.upper), rgb(dst.lower)), width);
+}
+
+void ycrcb420ToBgrP2C3(Luma luma, const Pxl8u* chroma, Destination dst, Index width) {
+    decodeRows<CrCb, CrCb>(pairOfRows(luma, ChromaPairsCrFirst{chroma}, bgr(dst.upper), bgr(dst.lower)), width);
+}
+
+void ycbcr420ToRgbP2C4(Luma luma, const Pxl8u* chroma, Destination dst, Pxl8u alpha, Index width) {
+    const auto rows = pairOfRows(luma, ChromaPairs{chroma}, rgb(dst.upper, alpha), rgb(dst.lower, alpha));
+    decodeRows<CbCr, CbCr>(rows, width);
+}
+
+void ycbcr420ToBgrP2C4(Luma luma, const Pxl8u* chroma, Destination dst, Pxl8u alpha, Index width) {
+    const auto rows = pairOfRows(luma, ChromaPairs{chroma}, bgr(dst.upper, alpha), bgr(dst.lower, alpha));
+    decodeRows<CbCr, CbCr>(rows, width);
+}
+
+void ycrcb420ToRgbP2C4(Luma luma, const Pxl8u* chroma, Destination dst, Pxl8u alpha, Index width) {
+    const auto rows = pairOfRows(luma, ChromaPairsCrFirst{chroma}, rgb(dst.upper, alpha), rgb(dst.lower, alpha));
+    decodeRows<CrCb, CrCb>(rows, width);
+}
+
+void ycrcb420ToBgrP2C4(Luma luma, const Pxl8u* chroma, Destination dst, Pxl8u alpha, Index width) {
+    const auto rows = pairOfRows(luma, ChromaPairsCrFirst{chroma}, bgr(dst.upper, alpha), bgr(dst.lower, alpha));
+    decodeRows<CrCb, CrCb>(rows, width);
+}
+
+template <class Pixels>
+PXL_INLINE void decode411(RowOf<const Pxl8u, 3> src, Pixels dst, Index width) {
+    const QuarterPlanes chroma = {{{src.plane[1], src.plane[2]}}};
+    decodeRows411<CentredQ12, Exact411>(Rows<1, QuarterPlanes, Pixels>{{src.plane[0]}, chroma, {dst}}, width);
+}
+
+void ycbcr411ToBgrP3C3(RowOf<const Pxl8u, 3> src, Pxl8u* dst, Index width) { decode411(src, bgr(dst), width); }
+
+void ycbcr411ToBgrP3C4(RowOf<const Pxl8u, 3> src, Pxl8u* dst, Pxl8u alpha, Index width) {
+    decode411(src, bgr(dst, alpha), width);
+}
+
+}  // namespace
+
+constexpr Ycbcr420DecodeKernels kYcbcr420DecodeKernels = {
+    .ycbcr420ToRgbP3C3 = ycbcr420ToRgbP3C3,
+    .ycbcr420ToBgrP3C3 = ycbcr420ToBgrP3C3,
+    .ycbcr420ToBgr709CscP3C3 = ycbcr420ToBgr709CscP3C3,
+    .ycbcr420ToBgrP3C4 = ycbcr420ToBgrP3C4,
+    .ycbcr420ToBgr709HdtvP3C4 = ycbcr420ToBgr709HdtvP3C4,
+    .ycrcb420ToRgbP3C4 = ycrcb420ToRgbP3C4,
+    .ycrcb420ToBgrFilterP3C4 = ycrcb420ToBgrFilterP3C4,
+    .ycbcr420ToRgbP2C3 = ycbcr420ToRgbP2C3,
+    .ycbcr420ToBgrP2C3 = ycbcr420ToBgrP2C3,
+    .ycrcb420ToRgbP2C3 = ycrcb420ToRgbP2C3,
+    .ycrcb420ToBgrP2C3 = ycrcb420ToBgrP2C3,
+    .ycbcr420ToRgbP2C4 = ycbcr420ToRgbP2C4,
+    .ycbcr420ToBgrP2C4 = ycbcr420ToBgrP2C4,
+    .ycrcb420ToRgbP2C4 = ycrcb420ToRgbP2C4,
+    .ycrcb420ToBgrP2C4 = ycrcb420ToBgrP2C4,
+    .ycbcr411ToBgrP3C3 = ycbcr411ToBgrP3C3,
+    .ycbcr411ToBgrP3C4 = ycbcr411ToBgrP3C4,
+};
+
+PXL_END_TARGET
