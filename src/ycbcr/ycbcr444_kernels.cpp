@@ -32,15 +32,15 @@ PXL_INLINE void groupsAndTail(Index width, const Group& group, const Tail& tail)
 template <int kGroup, class GroupForm, class TailForm, class Source, class Destination, class TailDestination>
 PXL_INLINE void encodeRow(Source src, Destination dst, TailDestination tailDst, Index width) {
     groupsAndTail<kGroup>(
-        width, [&](auto how, Index x) { dst.store(how, x, encode<GroupForm>(src.load(how, x))); },
-        [&](Part how, Index x) { tailDst.store(how, x, encode<TailForm>(src.load(how, x))); });
+        width, [&](auto how, Index x) PXL_BODY { dst.store(how, x, encode<GroupForm>(src.load(how, x))); },
+        [&](Part how, Index x) PXL_BODY { tailDst.store(how, x, encode<TailForm>(src.load(how, x))); });
 }
 
 template <int kGroup, class GroupForm, class TailForm, class Source, class Destination>
 PXL_INLINE void decodeRow(Source src, Destination dst, Index width) {
     groupsAndTail<kGroup>(
-        width, [&](auto how, Index x) { dst.store(how, x, decode<GroupForm>(src.load(how, x))); },
-        [&](Part how, Index x) { dst.store(how, x, decode<TailForm>(src.load(how, x))); });
+        width, [&](auto how, Index x) PXL_BODY { dst.store(how, x, decode<GroupForm>(src.load(how, x))); },
+        [&](Part how, Index x) PXL_BODY { dst.store(how, x, decode<TailForm>(src.load(how, x))); });
 }
 
 using DecodeQ12 = DecodeLanes<kDecodeQ12>;
