@@ -187,6 +187,92 @@ PXLCC_API PxlStatus pxliColorTwist32f_16s_P3R(const Pxl16s* pSrc[3], int srcStep
 PXLCC_API PxlStatus pxliColorTwist32f_16s_IP3R(Pxl16s* pSrcDst[3], int srcDstStep, PxlSize roiSize,
                                                const Pxl32f twist[3][4]);
 
+/*
+ * Gamma after ITU-R BT.709
+ * ========================
+ *
+ * GammaFwd takes linear light to the gamma-corrected signal, GammaInv takes it back. Of a value n in 0..1:
+ *
+ *     forward  n < 0.018:   4.5 n            otherwise  1.099 n^0.45 - 0.099
+ *     inverse  n < 0.0812:  n / 4.5          otherwise  (0.9099181 n + 0.09008189)^2.2222223
+ *
+ * The inverse keeps its linear segment up to 0.0812, although the forward curve ends its own at 0.081: it steps down
+ * there (16-bit 5321 becomes 1182 and 5322 becomes 1179), deliberately.
+ *
+ * 8u, 16u. n is a sample divided by 255 or 65535, and the result n' times 255 or 65535, rounded to nearest, ties to
+ * even, with the constants above as single-precision numbers and the curve in more than double precision.
+ *
+ * 32f. n = (x - vMin) / (vMax - vMin), and the result is n' (vMax - vMin) + vMin, each operation rounded to single
+ * precision; the division is a division. n' is within 2.5 units in the last place of the curve with the same constants
+ * for n up to 1, within 4.5 above; 0 and 1 go to 0 and 1. Nothing is clamped: n below 0 follows the linear segment and
+ * n above 1 the power, infinities go to infinity of the same sign and NaN to NaN.
+ *
+ * Shapes. C3: three interleaved samples a pixel. AC4: four, of which the fourth is not converted: the destination's
+ * keeps its value. P3: three planes that share one step. C3IR, AC4IR, IP3R: in place, the image is source and
+ * destination. Any width and height from 1; steps are byte distances of at least 1. All channels are treated alike, so
+ * their order does not matter.
+ *
+ * Overlap. Source and destination may be the same image. Where they overlap in another way, each row is converted from
+ * left to right as if sample by sample, each sample read before it is written; a plane at a time, rows from top to
+ * bottom.
+ *
+ * Checks, in this order: 32f only, vMax - vMin in single precision is 0 or below: pxlStatusBadRange (if it is NaN or
+ * infinite, it passes, and every result is NaN); null pointers, of plane arrays the array, then its entries:
+ * pxlStatusNullPointer; width or height below 1: pxlStatusBadSize; a step below 1: pxlStatusBadStep.
+ */
+
+/* Linear light to the gamma-corrected signal. */
+PXLCC_API PxlStatus pxliGammaFwd_8u_C3R(const Pxl8u* pSrc, int srcStep, Pxl8u* pDst, int dstStep, PxlSize roiSize);
+PXLCC_API PxlStatus pxliGammaFwd_8u_AC4R(const Pxl8u* pSrc, int srcStep, Pxl8u* pDst, int dstStep, PxlSize roiSize);
+PXLCC_API PxlStatus pxliGammaFwd_8u_P3R(const Pxl8u* pSrc[3], int srcStep, Pxl8u* pDst[3], int dstStep,
+                                        PxlSize roiSize);
+PXLCC_API PxlStatus pxliGammaFwd_8u_C3IR(Pxl8u* pSrcDst, int srcDstStep, PxlSize roiSize);
+PXLCC_API PxlStatus pxliGammaFwd_8u_AC4IR(Pxl8u* pSrcDst, int srcDstStep, PxlSize roiSize);
+PXLCC_API PxlStatus pxliGammaFwd_8u_IP3R(Pxl8u* pSrcDst[3], int srcDstStep, PxlSize roiSize);
+PXLCC_API PxlStatus pxliGammaFwd_16u_C3R(const Pxl16u* pSrc, int srcStep, Pxl16u* pDst, int dstStep, PxlSize roiSize);
+PXLCC_API PxlStatus pxliGammaFwd_16u_AC4R(const Pxl16u* pSrc, int srcStep, Pxl16u* pDst, int dstStep, PxlSize roiSize);
+PXLCC_API PxlStatus pxliGammaFwd_16u_P3R(const Pxl16u* pSrc[3], int srcStep, Pxl16u* pDst[3], int dstStep,
+                                         PxlSize roiSize);
+PXLCC_API PxlStatus pxliGammaFwd_16u_C3IR(Pxl16u* pSrcDst, int srcDstStep, PxlSize roiSize);
+PXLCC_API PxlStatus pxliGammaFwd_16u_AC4IR(Pxl16u* pSrcDst, int srcDstStep, PxlSize roiSize);
+PXLCC_API PxlStatus pxliGammaFwd_16u_IP3R(Pxl16u* pSrcDst[3], int srcDstStep, PxlSize roiSize);
+PXLCC_API PxlStatus pxliGammaFwd_32f_C3R(const Pxl32f* pSrc, int srcStep, Pxl32f* pDst, int dstStep, PxlSize roiSize,
+                                         Pxl32f vMin, Pxl32f vMax);
+PXLCC_API PxlStatus pxliGammaFwd_32f_AC4R(const Pxl32f* pSrc, int srcStep, Pxl32f* pDst, int dstStep, PxlSize roiSize,
+                                          Pxl32f vMin, Pxl32f vMax);
+PXLCC_API PxlStatus pxliGammaFwd_32f_P3R(const Pxl32f* pSrc[3], int srcStep, Pxl32f* pDst[3], int dstStep,
+                                         PxlSize roiSize, Pxl32f vMin, Pxl32f vMax);
+PXLCC_API PxlStatus pxliGammaFwd_32f_C3IR(Pxl32f* pSrcDst, int srcDstStep, PxlSize roiSize, Pxl32f vMin, Pxl32f vMax);
+PXLCC_API PxlStatus pxliGammaFwd_32f_AC4IR(Pxl32f* pSrcDst, int srcDstStep, PxlSize roiSize, Pxl32f vMin, Pxl32f vMax);
+PXLCC_API PxlStatus pxliGammaFwd_32f_IP3R(Pxl32f* pSrcDst[3], int srcDstStep, PxlSize roiSize, Pxl32f vMin,
+                                          Pxl32f vMax);
+
+/* The gamma-corrected signal to linear light. */
+PXLCC_API PxlStatus pxliGammaInv_8u_C3R(const Pxl8u* pSrc, int srcStep, Pxl8u* pDst, int dstStep, PxlSize roiSize);
+PXLCC_API PxlStatus pxliGammaInv_8u_AC4R(const Pxl8u* pSrc, int srcStep, Pxl8u* pDst, int dstStep, PxlSize roiSize);
+PXLCC_API PxlStatus pxliGammaInv_8u_P3R(const Pxl8u* pSrc[3], int srcStep, Pxl8u* pDst[3], int dstStep,
+                                        PxlSize roiSize);
+PXLCC_API PxlStatus pxliGammaInv_8u_C3IR(Pxl8u* pSrcDst, int srcDstStep, PxlSize roiSize);
+PXLCC_API PxlStatus pxliGammaInv_8u_AC4IR(Pxl8u* pSrcDst, int srcDstStep, PxlSize roiSize);
+PXLCC_API PxlStatus pxliGammaInv_8u_IP3R(Pxl8u* pSrcDst[3], int srcDstStep, PxlSize roiSize);
+PXLCC_API PxlStatus pxliGammaInv_16u_C3R(const Pxl16u* pSrc, int srcStep, Pxl16u* pDst, int dstStep, PxlSize roiSize);
+PXLCC_API PxlStatus pxliGammaInv_16u_AC4R(const Pxl16u* pSrc, int srcStep, Pxl16u* pDst, int dstStep, PxlSize roiSize);
+PXLCC_API PxlStatus pxliGammaInv_16u_P3R(const Pxl16u* pSrc[3], int srcStep, Pxl16u* pDst[3], int dstStep,
+                                         PxlSize roiSize);
+PXLCC_API PxlStatus pxliGammaInv_16u_C3IR(Pxl16u* pSrcDst, int srcDstStep, PxlSize roiSize);
+PXLCC_API PxlStatus pxliGammaInv_16u_AC4IR(Pxl16u* pSrcDst, int srcDstStep, PxlSize roiSize);
+PXLCC_API PxlStatus pxliGammaInv_16u_IP3R(Pxl16u* pSrcDst[3], int srcDstStep, PxlSize roiSize);
+PXLCC_API PxlStatus pxliGammaInv_32f_C3R(const Pxl32f* pSrc, int srcStep, Pxl32f* pDst, int dstStep, PxlSize roiSize,
+                                         Pxl32f vMin, Pxl32f vMax);
+PXLCC_API PxlStatus pxliGammaInv_32f_AC4R(const Pxl32f* pSrc, int srcStep, Pxl32f* pDst, int dstStep, PxlSize roiSize,
+                                          Pxl32f vMin, Pxl32f vMax);
+PXLCC_API PxlStatus pxliGammaInv_32f_P3R(const Pxl32f* pSrc[3], int srcStep, Pxl32f* pDst[3], int dstStep,
+                                         PxlSize roiSize, Pxl32f vMin, Pxl32f vMax);
+PXLCC_API PxlStatus pxliGammaInv_32f_C3IR(Pxl32f* pSrcDst, int srcDstStep, PxlSize roiSize, Pxl32f vMin, Pxl32f vMax);
+PXLCC_API PxlStatus pxliGammaInv_32f_AC4IR(Pxl32f* pSrcDst, int srcDstStep, PxlSize roiSize, Pxl32f vMin, Pxl32f vMax);
+PXLCC_API PxlStatus pxliGammaInv_32f_IP3R(Pxl32f* pSrcDst[3], int srcDstStep, PxlSize roiSize, Pxl32f vMin,
+                                          Pxl32f vMax);
+
 #ifdef __cplusplus
 }
 #endif

@@ -395,6 +395,13 @@ PXL_INLINE void store3Keep4th(Blocks<N> all, E* p, Channels3<Vector<E, N>> px) {
     storeBytes3Keep4th<sizeof(E)>(all, bytesOf(p), asChannels<U8<N>>(px));
 }
 
+// The samples of four-channel pixels as they stand in memory; fourth ones keep the value that they have there.
+template <class E, int N>
+PXL_INLINE void storeKeep4th(Blocks<N> all, E* p, Vector<E, N> a) {
+    const auto kept = keep4th<sizeof(E)>(as<U8<N>>(a), as<U8<N>>(load(all, p)));
+    store(all, p, as<Vector<E, N>>(kept));
+}
+
 // Each sample three times.
 template <class E, int N>
 PXL_INLINE void storeTripled(Blocks<N> all, E* p, Vector<E, N> a) {
@@ -526,6 +533,14 @@ PXL_INLINE void store3Keep4th(Part part, E* p, Channels3<Vector<E, 1>> px) {
     E samples[4 * Vector<E, 1>::kSize];
     store4(Blocks<1>{}, samples, Channels4<Vector<E, 1>>{px.c0, px.c1, px.c2, px.c2});
     for (int i = 0; i < part.count; ++i) __builtin_memcpy(p + 4 * i, samples + 4 * i, 3 * sizeof(E));
+}
+
+// part.count counts samples, and is a multiple of four.
+template <class E>
+PXL_INLINE void storeKeep4th(Part part, E* p, Vector<E, 1> a) {
+    E lanes[Vector<E, 1>::kSize];
+    store(Blocks<1>{}, lanes, a);
+    for (int i = 0; i < part.count; i += 4) __builtin_memcpy(p + i, lanes + i, 3 * sizeof(E));
 }
 
 template <class E>

@@ -107,7 +107,8 @@ PXL_BINARY(addSat, I16, adds_epi16)
 PXL_BINARY(subSat, U8, subs_epu8)
 PXL_BINARY(subSat, U16, subs_epu16)
 PXL_BINARY(subSat, I16, subs_epi16)
-PXL_BINARY(average, U8, avg_epu8)  // (a + b + 1) >> 1
+PXL_BINARY(subSatSigned, U8, subs_epi8)  // of the bytes taken as signed
+PXL_BINARY(average, U8, avg_epu8)        // (a + b + 1) >> 1
 PXL_BINARY(average, U16, avg_epu16)
 PXL_BINARY(mulLow, I16, mullo_epi16)
 PXL_BINARY(mulLow, I32, mullo_epi32)
@@ -225,6 +226,14 @@ PXL_COMPARE(equal, I16, cmpeq_, _mask, epi16)
 PXL_COMPARE(equal, I32, cmpeq_, _mask, epi32)
 PXL_COMPARE(greater, I16, cmpgt_, _mask, epi16)
 PXL_COMPARE(greater, I32, cmpgt_, _mask, epi32)
+
+// Whether a mask is set in every lane.
+PXL_INLINE bool allSet(I32<1> mask) { return _mm_movemask_epi8(mask.v) == 0xFFFF; }
+#if PXL_BLOCKS == 2
+PXL_INLINE bool allSet(I32<2> mask) { return _mm256_movemask_epi8(mask.v) == -1; }
+#elif PXL_BLOCKS == 4
+PXL_INLINE bool allSet(I32<4> mask) { return _mm512_movepi32_mask(mask.v) == 0xFFFF; }
+#endif
 
 // ---- between widths, inside each block
 
