@@ -4,6 +4,7 @@
 #include "frame/target.h"
 #include "frame/walk.h"
 #include "graytwistgamma/twist_kernels.h"
+#include "graytwistgamma/twist_matrix.h"
 #include "pxlcc.h"
 #include "simd/control_word.h"
 
@@ -15,16 +16,6 @@ const TwistKernels& kernels() {
     return forActiveTarget(sse42::kTwistKernels, avx2::kTwistKernels, avx512::kTwistKernels);
 }
 
-// The working copy of a caller's matrix: it may lie inside an image that is written.
-template <class Copy, int kRows>
-Copy copyOf(const Pxl32f (*twist)[4]) {
-    Copy copy;
-    for (int i = 0; i < kRows; ++i) {
-        for (int j = 0; j < 4; ++j) copy.t[i][j] = twist[i][j];
-    }
-    return copy;
-}
-
 // All functions here check in the same order: pointers, those of planes and of the matrix among them, size, steps.
 
 template <class T>
@@ -33,7 +24,7 @@ PxlStatus twistImage(TwistKernels::Interleaved<T> kernel, const T* pSrc, int src
     if (const PxlStatus bad =
             firstBad(notNull(pSrc, pDst, twist), atLeast(roiSize, 1, 1), positiveSteps(srcStep, dstStep)))
         return bad;
-    return eachRow(roiSize, kernel, view(pSrc, srcStep), view(pDst, dstStep), same(copyOf<Twist, 3>(twist)));
+    return eachRow(roiSize, kernel, view(pSrc, srcStep), view(pDst, dstStep), same(twistFrom<T>(twist)));
 }
 
 template <class T>
@@ -42,7 +33,7 @@ PxlStatus twistPlanes(TwistKernels::Planes<T> kernel, const T* const* pSrc, int 
     if (const PxlStatus bad = firstBad(notNull(pSrc, pDst, twist), noNullIn<3>(pSrc, pDst), atLeast(roiSize, 1, 1),
                                        positiveSteps(srcStep, dstStep)))
         return bad;
-    return eachRow(roiSize, kernel, planes<3>(pSrc, srcStep), planes<3>(pDst, dstStep), same(copyOf<Twist, 3>(twist)));
+    return eachRow(roiSize, kernel, planes<3>(pSrc, srcStep), planes<3>(pDst, dstStep), same(twistFrom<T>(twist)));
 }
 
 }  // namespace
@@ -81,7 +72,7 @@ PxlStatus pxliColorTwist_32f_C4R(const Pxl32f* pSrc, int srcStep, Pxl32f* pDst, 
         return bad;
     // Steps of a quarter of a row convert the first row only: part of the definition.
     if (srcStep == dstStep && srcStep == Index{roiSize.width} * 4) roiSize.height = 1;
-    return eachRow(roiSize, kernels().c4, view(pSrc, srcStep), view(pDst, dstStep), same(copyOf<Twist4, 4>(twist)));
+    return eachRow(roiSize, kernels().c4, view(pSrc, srcStep), view(pDst, dstStep), same(twist4From(twist)));
 }
 
 PxlStatus pxliColorTwist32f_8u_C3R(const Pxl8u* pSrc, int srcStep, Pxl8u* pDst, int dstStep, PxlSize roiSize,

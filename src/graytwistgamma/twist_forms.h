@@ -22,7 +22,7 @@ PXL_INLINE F32<N> twisted(const Twist4& twist, int i, Channels4<F32<N>> px) {
 }
 
 // Three channels of any samples; integers are rounded by the current mode and saturated.
-template <class V>
+template <bool kLimit, class V>
 PXL_INLINE Channels3<V> twisted(const Twist& twist, Channels3<V> px) {
     const auto c0 = floatsOf(px.c0), c1 = floatsOf(px.c1), c2 = floatsOf(px.c2);
     auto r0 = c0, r1 = c1, r2 = c2;
@@ -31,7 +31,7 @@ PXL_INLINE Channels3<V> twisted(const Twist& twist, Channels3<V> px) {
         r1.at[k] = twisted(twist, 1, c0.at[k], c1.at[k], c2.at[k]);
         r2.at[k] = twisted(twist, 2, c0.at[k], c1.at[k], c2.at[k]);
     }
-    return {saturatedSamples<V>(r0), saturatedSamples<V>(r1), saturatedSamples<V>(r2)};
+    return {saturatedSamples<V, kLimit>(r0), saturatedSamples<V, kLimit>(r1), saturatedSamples<V, kLimit>(r2)};
 }
 
 PXL_END_TARGET

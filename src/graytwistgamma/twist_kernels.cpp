@@ -6,25 +6,34 @@
 PXL_BEGIN_TARGET
 namespace {
 
-template <int kBlockPixels, class Source, class Destination>
+template <bool kLimit, class T, class Source, class Destination>
+PXL_INLINE void twistGroups(Source src, Destination dst, const Twist& twist, Index width) {
+    eachGroupAndPart<Vector<T, 1>::kSize>(
+        width, [&](auto how, Index x) PXL_BODY { dst.store(how, x, twisted<kLimit>(twist, src.load(how, x))); });
+}
+
+template <class T, class Source, class Destination>
 PXL_INLINE void twistRow(Source src, Destination dst, const Twist& twist, Index width) {
-    eachGroupAndPart<kBlockPixels>(
-        width, [&](auto how, Index x) PXL_BODY { dst.store(how, x, twisted(twist, src.load(how, x))); });
+    if (sizeof(T) < sizeof(Pxl32f) && twist.fitsIntegers) {
+        twistGroups<false, T>(src, dst, twist, width);
+    } else {
+        twistGroups<true, T>(src, dst, twist, width);
+    }
 }
 
 template <class T>
 void twistC3(const T* src, T* dst, Twist twist, Index width) {
-    twistRow<Vector<T, 1>::kSize>(PackedC3{src}, PackedC3{dst}, twist, width);
+    twistRow<T>(PackedC3{src}, PackedC3{dst}, twist, width);
 }
 
 template <class T>
 void twistAC4(const T* src, T* dst, Twist twist, Index width) {
-    twistRow<Vector<T, 1>::kSize>(PackedAC4{src}, PackedAC4{dst}, twist, width);
+    twistRow<T>(PackedAC4{src}, PackedAC4{dst}, twist, width);
 }
 
 template <class T>
 void twistP3(RowOf<const T, 3> src, RowOf<T, 3> dst, Twist twist, Index width) {
-    twistRow<Vector<T, 1>::kSize>(Planar3{src}, Planar3{dst}, twist, width);
+    twistRow<T>(Planar3{src}, Planar3{dst}, twist, width);
 }
 
 void twistC4(const Pxl32f* src, Pxl32f* dst, Twist4 twist, Index width) {

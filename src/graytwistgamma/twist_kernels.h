@@ -7,7 +7,8 @@ namespace pxl {
 
 // Working copies of the caller's matrix, row by row: row i makes output channel i.
 struct Twist {
-    Pxl32f t[3][4];  // columns: the input channels and the offset
+    Pxl32f t[3][4];     // columns: the input channels and the offset
+    bool fitsIntegers;  // 32-bit integers hold every sum that the image's samples can give
 };
 struct Twist4 {
     Pxl32f t[4][4];  // columns: the input channels

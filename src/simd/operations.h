@@ -376,41 +376,51 @@ PXL_INLINE Parts<F32<N>, 4> floatsOf(U8<N> a) {
     return {{toFloat(low.low), toFloat(low.high), toFloat(high.low), toFloat(high.high)}};
 }
 
-// Floats to samples of type V by the current rounding mode, saturated to its range; NaN becomes the upper end. Floats
+// Floats to samples of type V by the current rounding mode, saturated to its range; NaN becomes the upper end. Without
+// kLimit only for floats that are numbers within 32-bit integers, whose saturation the packs do alone. Floats
 // themselves pass unchanged.
+template <bool kLimit, int N>
+PXL_INLINE I32<N> toIntBelow(F32<N> a, float top) {
+    if constexpr (kLimit) a = minimum(a, fill<F32<N>>(top));  // the packs stop what is below, down to -2^31
+    return toInt(a);
+}
+
 template <class V>
 struct SaturatedSamples;
 
 template <int N>
 struct SaturatedSamples<F32<N>> {
-    PXL_INLINE static F32<N> of(Parts<F32<N>, 1> a) { return a.at[0]; }
+    template <bool kLimit>
+    PXL_INLINE static F32<N> of(Parts<F32<N>, 1> a) {
+        return a.at[0];
+    }
 };
 template <int N>
 struct SaturatedSamples<U16<N>> {
+    template <bool kLimit>
     PXL_INLINE static U16<N> of(Parts<F32<N>, 2> a) {
-        const auto top = fill<F32<N>>(65535.0f);
-        return packSatU16(toInt(minimum(a.at[0], top)), toInt(minimum(a.at[1], top)));
+        return packSatU16(toIntBelow<kLimit>(a.at[0], 65535), toIntBelow<kLimit>(a.at[1], 65535));
     }
 };
 template <int N>
 struct SaturatedSamples<I16<N>> {
+    template <bool kLimit>
     PXL_INLINE static I16<N> of(Parts<F32<N>, 2> a) {
-        const auto top = fill<F32<N>>(32767.0f);
-        return packSatI16(toInt(minimum(a.at[0], top)), toInt(minimum(a.at[1], top)));
+        return packSatI16(toIntBelow<kLimit>(a.at[0], 32767), toIntBelow<kLimit>(a.at[1], 32767));
     }
 };
 template <int N>
 struct SaturatedSamples<U8<N>> {
+    template <bool kLimit>
     PXL_INLINE static U8<N> of(Parts<F32<N>, 4> a) {
-        const auto top = fill<F32<N>>(255.0f);  // what is below 0, down to the -2^31 of minus infinity, the packs stop
-        return packSatU8(packSatI16(toInt(minimum(a.at[0], top)), toInt(minimum(a.at[1], top))),
-                         packSatI16(toInt(minimum(a.at[2], top)), toInt(minimum(a.at[3], top))));
+        return packSatU8(packSatI16(toIntBelow<kLimit>(a.at[0], 255), toIntBelow<kLimit>(a.at[1], 255)),
+                         packSatI16(toIntBelow<kLimit>(a.at[2], 255), toIntBelow<kLimit>(a.at[3], 255)));
     }
 };
 
-template <class V>
+template <class V, bool kLimit>
 PXL_INLINE V saturatedSamples(Parts<F32<V::kN>, 4 / static_cast<int>(sizeof(typename V::Element))> a) {
-    return SaturatedSamples<V>::of(a);
+    return SaturatedSamples<V>::template of<kLimit>(a);
 }
 
 PXL_END_TARGET
