@@ -20,4 +20,13 @@ PxlStatus eachRowPair(PxlSize size, Kernel kernel, Views... views) {
     return whole.width == size.width && whole.height == size.height ? pxlStatusOk : pxlStatusOddSize;
 }
 
+// eachRow for a kernel that treats all pixels of a row alike, so that rows which follow each other without a gap in
+// all images (`dense`) make one long row.
+template <class Kernel, class... Views>
+PxlStatus eachRun(bool dense, PxlSize size, Kernel kernel, Views... views) {
+    if (!dense) return eachRow(size, kernel, views...);
+    kernel(views.row(0)..., Index{size.width} * size.height);
+    return pxlStatusOk;
+}
+
 }  // namespace pxl

@@ -15,11 +15,13 @@ const GrayKernels& kernels() { return forActiveTarget(sse42::kGrayKernels, avx2:
 
 // All functions here make the same checks, steps not among them; the weights may be null.
 
-template <class T, class Weights>
+template <int kChannels, class T, class Weights>
 PxlStatus toGray(GrayKernels::ToGray<T, Weights> kernel, const T* pSrc, int srcStep, T* pDst, int dstStep,
                  PxlSize roiSize, const typename Weights::Given* coeffs = nullptr) {
     if (const PxlStatus bad = firstBad(notNull(pSrc, pDst), atLeast(roiSize, 1, 1))) return bad;
-    return eachRow(roiSize, kernel, view(pSrc, srcStep), view(pDst, dstStep), same(weightsFrom<Weights>(coeffs)));
+    const Index rowBytes = roiSize.width * Index{sizeof(T)};
+    return eachRun(srcStep == kChannels * rowBytes && dstStep == rowBytes, roiSize, kernel, view(pSrc, srcStep),
+                   view(pDst, dstStep), same(weightsFrom<Weights>(coeffs)));
 }
 
 template <class Kernel, class T, class... Alpha>
@@ -31,85 +33,85 @@ PxlStatus copied(Kernel kernel, const T* pSrc, int srcStep, T* pDst, int dstStep
 }  // namespace
 
 PxlStatus pxliRGBToGray_8u_C3C1R(const Pxl8u* pSrc, int srcStep, Pxl8u* pDst, int dstStep, PxlSize roiSize) {
-    return toGray(kernels().c3U8, pSrc, srcStep, pDst, dstStep, roiSize);
+    return toGray<3>(kernels().c3U8, pSrc, srcStep, pDst, dstStep, roiSize);
 }
 
 PxlStatus pxliRGBToGray_8u_AC4C1R(const Pxl8u* pSrc, int srcStep, Pxl8u* pDst, int dstStep, PxlSize roiSize) {
-    return toGray(kernels().ac4U8, pSrc, srcStep, pDst, dstStep, roiSize);
+    return toGray<4>(kernels().ac4U8, pSrc, srcStep, pDst, dstStep, roiSize);
 }
 
 PxlStatus pxliRGBToGray_16u_C3C1R(const Pxl16u* pSrc, int srcStep, Pxl16u* pDst, int dstStep, PxlSize roiSize) {
-    return toGray(kernels().c3U16, pSrc, srcStep, pDst, dstStep, roiSize);
+    return toGray<3>(kernels().c3U16, pSrc, srcStep, pDst, dstStep, roiSize);
 }
 
 PxlStatus pxliRGBToGray_16u_AC4C1R(const Pxl16u* pSrc, int srcStep, Pxl16u* pDst, int dstStep, PxlSize roiSize) {
-    return toGray(kernels().ac4U16, pSrc, srcStep, pDst, dstStep, roiSize);
+    return toGray<4>(kernels().ac4U16, pSrc, srcStep, pDst, dstStep, roiSize);
 }
 
 PxlStatus pxliRGBToGray_16s_C3C1R(const Pxl16s* pSrc, int srcStep, Pxl16s* pDst, int dstStep, PxlSize roiSize) {
-    return toGray(kernels().c3S16, pSrc, srcStep, pDst, dstStep, roiSize);
+    return toGray<3>(kernels().c3S16, pSrc, srcStep, pDst, dstStep, roiSize);
 }
 
 PxlStatus pxliRGBToGray_16s_AC4C1R(const Pxl16s* pSrc, int srcStep, Pxl16s* pDst, int dstStep, PxlSize roiSize) {
-    return toGray(kernels().ac4S16, pSrc, srcStep, pDst, dstStep, roiSize);
+    return toGray<4>(kernels().ac4S16, pSrc, srcStep, pDst, dstStep, roiSize);
 }
 
 PxlStatus pxliRGBToGray_32f_C3C1R(const Pxl32f* pSrc, int srcStep, Pxl32f* pDst, int dstStep, PxlSize roiSize) {
-    return toGray(kernels().c3F32, pSrc, srcStep, pDst, dstStep, roiSize);
+    return toGray<3>(kernels().c3F32, pSrc, srcStep, pDst, dstStep, roiSize);
 }
 
 PxlStatus pxliRGBToGray_32f_AC4C1R(const Pxl32f* pSrc, int srcStep, Pxl32f* pDst, int dstStep, PxlSize roiSize) {
-    return toGray(kernels().ac4F32, pSrc, srcStep, pDst, dstStep, roiSize);
+    return toGray<4>(kernels().ac4F32, pSrc, srcStep, pDst, dstStep, roiSize);
 }
 
 PxlStatus pxliColorToGray_8u_C3C1R(const Pxl8u* pSrc, int srcStep, Pxl8u* pDst, int dstStep, PxlSize roiSize,
                                    const Pxl32f coeffs[3]) {
-    return toGray(kernels().c3U8, pSrc, srcStep, pDst, dstStep, roiSize, coeffs);
+    return toGray<3>(kernels().c3U8, pSrc, srcStep, pDst, dstStep, roiSize, coeffs);
 }
 
 PxlStatus pxliColorToGray_8u_AC4C1R(const Pxl8u* pSrc, int srcStep, Pxl8u* pDst, int dstStep, PxlSize roiSize,
                                     const Pxl32f coeffs[3]) {
-    return toGray(kernels().ac4U8, pSrc, srcStep, pDst, dstStep, roiSize, coeffs);
+    return toGray<4>(kernels().ac4U8, pSrc, srcStep, pDst, dstStep, roiSize, coeffs);
 }
 
 PxlStatus pxliColorToGray_16u_C3C1R(const Pxl16u* pSrc, int srcStep, Pxl16u* pDst, int dstStep, PxlSize roiSize,
                                     const Pxl32f coeffs[3]) {
-    return toGray(kernels().c3U16, pSrc, srcStep, pDst, dstStep, roiSize, coeffs);
+    return toGray<3>(kernels().c3U16, pSrc, srcStep, pDst, dstStep, roiSize, coeffs);
 }
 
 PxlStatus pxliColorToGray_16u_AC4C1R(const Pxl16u* pSrc, int srcStep, Pxl16u* pDst, int dstStep, PxlSize roiSize,
                                      const Pxl32f coeffs[3]) {
-    return toGray(kernels().ac4U16, pSrc, srcStep, pDst, dstStep, roiSize, coeffs);
+    return toGray<4>(kernels().ac4U16, pSrc, srcStep, pDst, dstStep, roiSize, coeffs);
 }
 
 PxlStatus pxliColorToGray_16s_C3C1R(const Pxl16s* pSrc, int srcStep, Pxl16s* pDst, int dstStep, PxlSize roiSize,
                                     const Pxl32f coeffs[3]) {
-    return toGray(kernels().c3S16, pSrc, srcStep, pDst, dstStep, roiSize, coeffs);
+    return toGray<3>(kernels().c3S16, pSrc, srcStep, pDst, dstStep, roiSize, coeffs);
 }
 
 PxlStatus pxliColorToGray_16s_AC4C1R(const Pxl16s* pSrc, int srcStep, Pxl16s* pDst, int dstStep, PxlSize roiSize,
                                      const Pxl32f coeffs[3]) {
-    return toGray(kernels().ac4S16, pSrc, srcStep, pDst, dstStep, roiSize, coeffs);
+    return toGray<4>(kernels().ac4S16, pSrc, srcStep, pDst, dstStep, roiSize, coeffs);
 }
 
 PxlStatus pxliColorToGray_32f_C3C1R(const Pxl32f* pSrc, int srcStep, Pxl32f* pDst, int dstStep, PxlSize roiSize,
                                     const Pxl32f coeffs[3]) {
-    return toGray(kernels().c3F32, pSrc, srcStep, pDst, dstStep, roiSize, coeffs);
+    return toGray<3>(kernels().c3F32, pSrc, srcStep, pDst, dstStep, roiSize, coeffs);
 }
 
 PxlStatus pxliColorToGray_32f_AC4C1R(const Pxl32f* pSrc, int srcStep, Pxl32f* pDst, int dstStep, PxlSize roiSize,
                                      const Pxl32f coeffs[3]) {
-    return toGray(kernels().ac4F32, pSrc, srcStep, pDst, dstStep, roiSize, coeffs);
+    return toGray<4>(kernels().ac4F32, pSrc, srcStep, pDst, dstStep, roiSize, coeffs);
 }
 
 PxlStatus pxliColorToGray_64f_C3C1R(const Pxl64f* pSrc, int srcStep, Pxl64f* pDst, int dstStep, PxlSize roiSize,
                                     const Pxl64f coeffs[3]) {
-    return toGray(kernels().c3F64, pSrc, srcStep, pDst, dstStep, roiSize, coeffs);
+    return toGray<3>(kernels().c3F64, pSrc, srcStep, pDst, dstStep, roiSize, coeffs);
 }
 
 PxlStatus pxliColorToGray_64f_AC4C1R(const Pxl64f* pSrc, int srcStep, Pxl64f* pDst, int dstStep, PxlSize roiSize,
                                      const Pxl64f coeffs[3]) {
-    return toGray(kernels().ac4F64, pSrc, srcStep, pDst, dstStep, roiSize, coeffs);
+    return toGray<4>(kernels().ac4F64, pSrc, srcStep, pDst, dstStep, roiSize, coeffs);
 }
 
 PxlStatus pxliGrayToRGB_8u_C1C3R(const Pxl8u* pSrc, int srcStep, Pxl8u* pDst, int dstStep, PxlSize roiSize) {

@@ -127,6 +127,16 @@ PXL_INLINE I16<1> loadQuarterTwice(Part part, const Pxl8u* p) {
     return loadQuarterTwice(Blocks<1>{}, samples);
 }
 
+// For loops that wait for memory: asks for the kBytes that the loop will load 4096 bytes after p, unless they are
+// behind `end`. The processor's own prefetch stops at the end of each page.
+template <int kBytes, class E>
+PXL_INLINE void prefetchPageAhead(const E* p, const E* end) {
+    constexpr int kPage = 4096;
+    if ((end - p) * static_cast<Index>(sizeof(E)) < kPage + kBytes) return;
+    const char* ahead = reinterpret_cast<const char*>(p) + kPage;
+    for (int i = 0; i < kBytes; i += 64) _mm_prefetch(ahead + i, _MM_HINT_T0);
+}
+
 // ---- pixels of k vectors: block i of the r-th vector holds the 16 bytes from p + 16 * (k * i + r)
 //
 // In memory order the k * N blocks of k vectors stand as 0, k, 2k ... | 1, k + 1 ... | ...; these rearrange whole

@@ -10,6 +10,7 @@ PXL_BEGIN_TARGET
 // Three interleaved samples a pixel.
 template <class T>
 struct PackedC3 {
+    static constexpr int kChannels = 3;
     T* row;
     template <class How>
     PXL_INLINE auto load(How how, Index x) const {
@@ -26,6 +27,7 @@ PackedC3(T*) -> PackedC3<T>;
 // Four interleaved samples a pixel: the fourth is ignored when loading and keeps its value when storing.
 template <class T>
 struct PackedAC4 {
+    static constexpr int kChannels = 4;
     T* row;
     template <class How>
     PXL_INLINE auto load(How how, Index x) const {
