@@ -130,8 +130,10 @@ struct DecodeExact {
     PXL_INLINE static Rgb<Q16<N>> terms(Chroma<I16<N>> c) {
         const auto middle = fill<I16<N>>(128);
         const auto cb = subWrap(c.cb, middle), cr = subWrap(c.cr, middle);
-        const auto green = addWrap(timesQ16<k.cbToG>(cb).fraction, timesQ16<k.crToG>(cr).fraction);
-        return {timesQ16<k.crToR>(cr), {sumQ16<k.cbToG, k.crToG>(cb, cr, 0), green}, timesQ16<k.cbToB>(cb)};
+        const auto b = timesQ16<k.cbToG>(cb), r = timesQ16<k.crToG>(cr);
+        // multiples of 16 / 65536 can be summed with wholeOfSum() here too
+        const auto green = k.rounding == 0 ? wholeOfSum(b, r) : sumQ16<k.cbToG, k.crToG>(cb, cr, 0);
+        return {timesQ16<k.crToR>(cr), {green, addWrap(b.fraction, r.fraction)}, timesQ16<k.cbToB>(cb)};
     }
     template <int N>
     PXL_INLINE static Rgb<I16<N>> pixel(Q16<N> luma, Rgb<Q16<N>> terms) {

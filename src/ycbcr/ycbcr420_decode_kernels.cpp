@@ -52,22 +52,31 @@ struct QuarterPlanes {
 // An odd pixel takes the mean of its sample and the next one; the last pixel of a row, its own sample.
 struct FilteredPlanes {
     Planes row;
+    Index width;
     template <int N>
-    PXL_INLINE static EvenOdd<I16<N>> filtered(Blocks<N> how, const Pxl8u* p) {
-        const auto own = loadHalf(how, p), next = loadHalf(how, p + 1);
-        return {own, as<I16<N>>(average(as<U16<N>>(own), as<U16<N>>(next)))};
+    PXL_INLINE static EvenOdd<I16<N>> filtered(Blocks<N> how, const Pxl8u* p, bool last) {
+        return last ? filtered(how, p, 8 * N) : filtered(how, p, p + 1);
     }
-    // The last pixels of a row.
-    PXL_INLINE static EvenOdd<I16<1>> filtered(Part part, const Pxl8u* p) {
-        const int count = part.count / 2;
-        Pxl8u samples[9] = {};
+    PXL_INLINE static EvenOdd<I16<1>> filtered(Part part, const Pxl8u* p, bool) {
+        return filtered(Blocks<1>{}, p, part.count / 2);
+    }
+    template <int N>
+    PXL_INLINE static EvenOdd<I16<N>> filtered(Blocks<N> how, const Pxl8u* own, const Pxl8u* next) {
+        const auto samples = loadHalf(how, own);
+        return {samples, as<I16<N>>(average(as<U16<N>>(samples), as<U16<N>>(loadHalf(how, next))))};
+    }
+    // The last samples of a row.
+    template <int N>
+    PXL_INLINE static EvenOdd<I16<N>> filtered(Blocks<N> how, const Pxl8u* p, int count) {
+        Pxl8u samples[8 * N + 1] = {};
         __builtin_memcpy(samples, p, static_cast<size_t>(count));
         samples[count] = samples[count - 1];
-        return filtered(Blocks<1>{}, samples);
+        return filtered(how, samples, samples + 1);
     }
     template <class How>
     PXL_INLINE EvenOdd<Chroma<I16<How::kN>>> load(How how, Index x) const {
-        const auto cb = filtered(how, row.plane[0] + x / 2), cr = filtered(how, row.plane[1] + x / 2);
+        const bool last = x + 16 * How::kN >= width;
+        const auto cb = filtered(how, row.plane[0] + x / 2, last), cr = filtered(how, row.plane[1] + x / 2, last);
         return {{cb.even, cr.even}, {cb.odd, cr.odd}};
     }
 };
@@ -128,13 +137,6 @@ PXL_INLINE void decodeRows411(const Rows& rows, Index width) {
     if (grouped < width) rows.template decode<Tail>(Part{static_cast<int>(width - grouped)}, grouped);
 }
 
-// Whole groups need a chroma sample more than they have pixels for.
-template <class Form, class Rows>
-PXL_INLINE void decodeRowsFiltered(const Rows& rows, Index width) {
-    const Index x = eachGroup<16>(width - 2, [&](auto how, Index at) { rows.template decode<Form>(how, at); });
-    if (x < width) rows.template decode<Form>(Part{static_cast<int>(width - x)}, x);
-}
-
 PXL_INLINE auto rgb(Pxl8u* row) { return PackedC3{row}; }
 PXL_INLINE auto rgb(Pxl8u* row, Pxl8u alpha) { return PackedC4{row, alpha}; }
 PXL_INLINE auto bgr(Pxl8u* row) { return Reversed{PackedC3{row}}; }
@@ -178,8 +180,8 @@ void ycrcb420ToRgbP3C4(Luma luma, Planes chroma, Destination dst, Pxl8u alpha, I
 }
 
 void ycrcb420ToBgrFilterP3C4(Luma luma, Planes chroma, Destination dst, Pxl8u alpha, Index width) {
-    const auto rows = pairOfRows(luma, FilteredPlanes{chroma}, bgr(dst.upper, alpha), bgr(dst.lower, alpha));
-    decodeRowsFiltered<Filter>(rows, width);
+    const auto rows = pairOfRows(luma, FilteredPlanes{chroma, width}, bgr(dst.upper, alpha), bgr(dst.lower, alpha));
+    decodeRows<Filter, Filter>(rows, width);
 }
 
 void ycbcr420ToRgbP2C3(Luma luma, const Pxl8u* chroma, Destination dst, Index width) {
