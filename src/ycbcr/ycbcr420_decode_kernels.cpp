@@ -125,7 +125,7 @@ PXL_INLINE Rows<2, Source, Pixels> pairOfRows(Luma luma, Source chroma, Pixels u
 // Whole groups of 16 pixels with one form, the pixels left over with another.
 template <class Group, class Tail, class Rows>
 PXL_INLINE void decodeRows(const Rows& rows, Index width) {
-    const Index x = eachGroup<16>(width, [&](auto how, Index at) { rows.template decode<Group>(how, at); });
+    const Index x = eachGroup<16>(width, [&](auto how, Index at) PXL_BODY { rows.template decode<Group>(how, at); });
     if (x < width) rows.template decode<Tail>(Part{static_cast<int>(width - x)}, x);
 }
 
