@@ -11,8 +11,6 @@ namespace pxl::tool {
 
 namespace {
 
-constexpr std::size_t kAlignment = 64;
-
 bool isBgr(const ImageShape& shape) { return shape.space.rfind("BGR", 0) == 0; }
 bool isColour(const ImageShape& shape) { return isBgr(shape) || shape.space.rfind("RGB", 0) == 0; }
 
@@ -54,16 +52,15 @@ Image::Image(const ImageShape& shape, PxlSize size) : shape_(shape), size_(size)
     for (const auto& plane : shape.planes) {
         const std::int64_t rowBytes = plane.rowBytes(size.width);
         if (rowBytes > std::numeric_limits<int>::max()) fail("a width of ", size.width, " is too large");
-        memory_.emplace_back(static_cast<std::size_t>(rowBytes * plane.rows(size.height)) + 3 * kAlignment);
+        // A spare block at each end: some conversions look at the byte before a row.
+        const auto bytes = static_cast<std::size_t>(rowBytes * plane.rows(size.height));
+        memory_.emplace_back((bytes + sizeof(Block) - 1) / sizeof(Block) + 2);
     }
 }
 
 Image::Plane Image::plane(std::size_t index) const {
     const auto& shape = shape_.planes[index];
-    const auto address = reinterpret_cast<std::uintptr_t>(memory_[index].data());
-    const std::size_t spare = 2 * kAlignment - address % kAlignment;
-    return {const_cast<std::uint8_t*>(memory_[index].data()) + spare, shape.rowBytes(size_.width),
-            shape.rows(size_.height)};
+    return {const_cast<std::uint8_t*>(memory_[index][1].bytes), shape.rowBytes(size_.width), shape.rows(size_.height)};
 }
 
 std::int64_t Image::bytes() const {

@@ -38,7 +38,11 @@ public:
 private:
     ImageShape shape_;
     PxlSize size_ = {0, 0};
-    std::vector<std::vector<std::uint8_t>> memory_;
+    // Memory in blocks starts at a multiple of 64 bytes, also in a copy of the image.
+    struct alignas(64) Block {
+        std::uint8_t bytes[64];
+    };
+    std::vector<std::vector<Block>> memory_;
 };
 
 // Pictures: one plane of 8- or 16-bit samples with 1 (gray), 3 or 4 (the fourth is alpha) channels, what PNG and PNM

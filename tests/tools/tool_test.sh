@@ -65,10 +65,19 @@ pxlcc run pxliYCbCrToRGB_8u_P3C3R - --size 19x10 -o - <planes.raw >piped.rgb || 
 tail -c 570 rgb.ppm >rgb.samples
 same piped.rgb rgb.samples
 
+echo '0.4 0.8 0.2, 0  0.3 0.7 0.2 1  0.2 0.5 0.1 1.5' >matrix.txt
+works run pxliColorTwist32f_8u_C3R in.ppm -o twisted.ppm --matrix-file matrix.txt
+works run pxliColorTwist32f_8u_C3IR in.ppm -o twisted_in_place.ppm --matrix-file matrix.txt --repeat 3
+same twisted.ppm twisted_in_place.ppm
+works run pxliColorToGray_8u_C3C1R in.ppm -o first.pgm --weights 1,0,0
+[ "$(tail -c 190 first.pgm | od -An -tu1 -w1 -v)" = "$(od -An -tu1 -w1 -v in.rgb | sed -n '1~3p')" ] || wrong "run --weights"
+printf 'P6\n19 10\n65535\n' | cat - in.rgb in.rgb >deep.ppm
+works run pxliRGBToGray_16u_C3C1R deep.ppm -o deep_gray.png
+works run pxliGrayToRGB_16u_C1C4R deep_gray.png -o deep_gray_rgba.png --alpha 1000
+
 # run: bad input.
 head -c 400 in.ppm >short.ppm
 head -c 60 packed.png >short.png
-printf 'P6\n19 10\n65535\n' | cat - in.rgb in.rgb >deep.ppm
 fails 'no export is called pxliRGBToYCbCr_8u_C9R; near it: ' run pxliRGBToYCbCr_8u_C9R in.ppm -o out.png
 fails 'none.png: No such file' run pxliRGBToYCbCr_8u_C3R none.png -o out.png
 fails 'truncated' run pxliRGBToYCbCr_8u_C3R short.ppm -o out.png
@@ -83,6 +92,9 @@ fails 'not a size' run pxliRGBToYCbCr_8u_C3R in.rgb --size 19 -o out.png
 fails 'only a raw file' run pxliRGBToYCbCr_8u_C3P3R in.ppm -o out.png
 fails 'takes no --alpha' run pxliRGBToYCbCr_8u_C3R in.ppm -o out.png --alpha 3
 fails '--alpha 256' run pxliYCbCrToBGR_8u_P3C4R planes.raw --size 19x10 -o out.png --alpha 256
+fails 'needs a matrix' run pxliColorTwist32f_8u_C3R in.ppm -o out.png
+fails '3 numbers where 12' run pxliColorTwist32f_8u_C3R in.ppm -o out.png --matrix-file <(echo 1 2 3)
+fails '"x" is not a number' run pxliColorToGray_8u_C3C1R in.ppm -o out.png --weights 1,x,0
 fails 'cannot write' run pxliRGBToYCbCr_8u_C3R in.ppm -o missing/out.png
 fails 'No space' run pxliRGBToYCbCr_8u_C3R in.ppm -o /dev/full
 fails 'required' run pxliRGBToYCbCr_8u_C3R in.ppm
@@ -105,6 +117,20 @@ same clip.y4m again.y4m
 pxlcc convert - - --to ppm <clip.y4m 2>stderr | "${program[@]}" convert - - --sampling 444 2>>stderr | head -1 >header
 [ "$(cat header)" = 'YUV4MPEG2 W19 H10 F25:1 Ip A1:1 C444' ] && [ ! -s stderr ] || wrong "convert in a pipe: $(cat stderr)"
 
+# convert: chroma of odd sizes is rounded up, and the last column and row are not lost.
+works convert in.ppm odd.y4m --matrix 709
+[ "$(tail -n +2 odd.y4m | wc -c)" = $((6 + 190 + 2 * 50)) ] || wrong "size of an odd 4:2:0 frame"
+works convert in.ppm odd.yv12
+works convert odd.yv12 odd.i420 --size 19x10
+works convert in.ppm direct.i420
+same odd.i420 direct.i420
+head -c 295 /dev/zero | tr '\0' '\200' >gray.i420
+for size in 19x10 10x19 1x1; do
+    head -c $((${size%x*} * ${size#*x} + 2 * ((${size%x*} + 1) / 2) * ((${size#*x} + 1) / 2))) gray.i420 >odd.i420
+    works convert odd.i420 odd.rgb24 --size $size
+    [ "$(od -An -tu1 -w1 -v odd.rgb24 | sort | uniq -c | xargs)" = "$((3 * ${size%x*} * ${size#*x})) 130" ] || wrong "gray of $size"
+done
+
 # convert: whole frames before the fault are kept, nothing else.
 head -c 1400 clip.y4m >short.y4m
 sed 's/^FRAME$/FRAMES/' clip.y4m >malformed.y4m
@@ -117,6 +143,7 @@ fails 'frame 1 at byte .* malformed' convert malformed.y4m out.rgb24
 fails 'truncated' convert clip.yuv out.png --format i444 --size 40x40
 fails 'more than one frame' convert clip.y4m out.png
 fails 'with the matrix 709; there is one with 601' convert in.ppm out.y4m --sampling 444 --matrix 709
+fails 'to nv21 with the matrix 601; nor with another' convert in.ppm out.nv21
 fails 'give their size' convert pictures.rgb24 out.y4m
 fails 'for raw frames give' convert planes.raw out.png
 fails 'does not say what to write' convert clip.y4m out.thing
@@ -128,6 +155,7 @@ fails 'holds no frame' convert - out.png <<<'YUV4MPEG2 W4 H4'
 works demo pictures
 rows=$(($(wc -l <stdout) - 1))
 [ "$rows" -gt 3 ] && [ "$(ls pictures/*-difference-*.png | wc -l)" = "$rows" ] || wrong "demo: $rows rows, $(ls pictures)"
+[ "$(grep -c -E '^(gray|sepia).* 0\.[0-9]+ ' stdout)" = 2 ] || wrong "demo: gray and sepia are off: $(cat stdout)"
 for picture in pictures/source.png pictures/contact-sheet.png; do [ -s $picture ] || wrong "demo makes no $picture"; done
 fails '16-bit' demo out --image deep.ppm
 
