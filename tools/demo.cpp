@@ -151,7 +151,9 @@ public:
         entry.result = withElement(result, Element::u8);
         const bool readable = isPicture(there.image.shape()) || there.image.shape().planes[0].element == Element::f32;
         const bool colours = readable && there.image.shape().space.rfind("YC", 0) != 0;
-        entry.between = colours ? withElement(inRgb(there.image), Element::u8) : showComponents(there.image);
+        entry.between = oneWay    ? source_
+                        : colours ? withElement(inRgb(there.image), Element::u8)
+                                  : showComponents(there.image);
         const Image expected =
             oneWay ? withElement(evaluate(row.expected, source_), Element::u8) : withElement(source_, Element::u8);
         const int factor = std::clamp(static_cast<int>(128 / std::max(error.largest, 1.0)), 2, 32);
@@ -159,7 +161,8 @@ public:
         write(row.file, entry.result);
         if (!oneWay) write(std::string(row.file) + "-between", entry.between);
         write(std::string(row.file) + "-difference-x" + std::to_string(factor), entry.difference);
-        entry.title += ": between, result, difference x" + std::to_string(factor);
+        entry.title +=
+            std::string(oneWay ? ": source" : ": between") + ", result, difference x" + std::to_string(factor);
         entries_.push_back(std::move(entry));
     }
 
@@ -223,9 +226,7 @@ void demo(const std::string& folder, const std::string& image) {
     std::filesystem::create_directories(folder, error);
     if (error) fail("cannot make the folder ", folder, ": ", error.message());
     Demo demo(source, folder);
-    for (const Row& row : rows())
-        if (catalog::find(row.there) != nullptr && (*row.back == '\0' || catalog::find(row.back) != nullptr))
-            demo.add(row);
+    for (const Row& row : rows()) demo.add(row);
     demo.writeContactSheet();
 }
 
