@@ -100,8 +100,9 @@ TEST_P(Gamma, everyMember) {
     if (element() == catalog::Element::u16) return allCodes<Pxl16u>({257, 171});
     // one row a little longer than the blocks of 384 samples, of pixels of four, of three and of planes
     for (const int width : {3, 97, 131, 387}) {
-        for (const auto& [low, high] : {std::pair{0.0f, 1.0f}, {-2.0f, 6.0f}, {16.0f, 235.0f}}) {
-            const float span = high - low;
+        for (const auto& range : {std::pair{0.0f, 1.0f}, {-2.0f, 6.0f}, {16.0f, 235.0f}}) {
+            // not a structured binding: Clang 14 captures none
+            const float low = range.first, high = range.second, span = high - low;
             const auto sample = [&](int n) {  // from below the range to a little above; some far above
                 const float part = static_cast<float>(n * 37 % 500);
                 return low + span * (n % 101 == 100 ? part : part / 400 - 0.1f);
@@ -190,7 +191,9 @@ TEST(GammaFloats, accuracy) {
 TEST(GammaFloats, specialValues) {
     onEachTarget([](Target target) {
         SCOPED_TRACE(nameOf(target));
-        for (const auto& [convert, direction] : kFloats) {
+        for (const auto& member : kFloats) {
+            const FloatFunction convert = member.first;
+            const Direction direction = member.second;
             const float threshold = direction == forward ? 0.018f : 0.0812f,
                         slope = direction == forward ? 4.5f : 0.2222222f;
             // among ordinary values, in each place of a group
