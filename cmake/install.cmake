@@ -8,7 +8,7 @@ install(TARGETS pxlcc pxlcore EXPORT pxlcc-targets)
 install(FILES include/pxlcc.h include/pxlcore.h DESTINATION ${CMAKE_INSTALL_INCLUDEDIR})
 install(DIRECTORY include/pxlcc DESTINATION ${CMAKE_INSTALL_INCLUDEDIR})
 
-# The installed libraries find each other, and the program finds them, from where they stand.
+# Libraries and program find what they need from where they stand, so that an installed tree can be moved.
 set_target_properties(pxlcc pxlcore PROPERTIES INSTALL_RPATH "$ORIGIN")
 if(TARGET pxlcc_tool)
     file(RELATIVE_PATH toLibraries ${CMAKE_INSTALL_FULL_BINDIR} ${CMAKE_INSTALL_FULL_LIBDIR})

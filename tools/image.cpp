@@ -52,7 +52,8 @@ Image::Image(const ImageShape& shape, PxlSize size) : shape_(shape), size_(size)
     for (const auto& plane : shape.planes) {
         const std::int64_t rowBytes = plane.rowBytes(size.width);
         if (rowBytes > std::numeric_limits<int>::max()) fail("a width of ", size.width, " is too large");
-        // A spare block at each end: some conversions look at the byte before a row.
+        // Starts at the second block, so that a fault that writes before the image meets a spare one, and ends before a
+        // spare one.
         const auto bytes = static_cast<std::size_t>(rowBytes * plane.rows(size.height));
         memory_.emplace_back((bytes + sizeof(Block) - 1) / sizeof(Block) + 2);
     }

@@ -1,6 +1,7 @@
 // pxlcc: the library at the command line.
 #include <exception>
 #include <iostream>
+#include <new>
 
 #include "commands.h"
 
@@ -28,6 +29,9 @@ int main(int count, char** arguments) {
         return 0;
     } catch (const CLI::ParseError& error) {
         return program.exit(error) == 0 ? 0 : 2;
+    } catch (const std::bad_alloc&) {
+        std::cerr << "pxlcc: not enough memory for images of this size\n";
+        return 1;
     } catch (const std::exception& error) {
         std::cerr << "pxlcc: " << error.what() << '\n';
         return 1;

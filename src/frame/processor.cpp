@@ -2,6 +2,8 @@
 
 namespace pxl {
 
+// The compiler's runtime reads the feature bits once, before any other code of the program runs; this only looks at
+// them.
 bool processorRuns(Target target) {
     switch (target) {
         case Target::avx512:
@@ -13,6 +15,12 @@ bool processorRuns(Target target) {
             break;
     }
     return true;
+}
+
+Target bestTarget() {
+    if (processorRuns(Target::avx512)) return Target::avx512;
+    if (processorRuns(Target::avx2)) return Target::avx2;
+    return Target::sse42;
 }
 
 }  // namespace pxl

@@ -13,6 +13,9 @@ Target activeTarget();
 // Whether this processor (and the system under it) runs a target.
 bool processorRuns(Target target);
 
+// The one with the widest vectors among them.
+Target bestTarget();
+
 // Picks between the constant kernel tables of a family.
 template <class Table>
 const Table& forActiveTarget(const Table& sse42, const Table& avx2, const Table& avx512) {

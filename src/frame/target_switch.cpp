@@ -3,9 +3,7 @@
 namespace pxl {
 
 namespace {
-Target chosen = processorRuns(Target::avx512) ? Target::avx512
-                : processorRuns(Target::avx2) ? Target::avx2
-                                              : Target::sse42;
+Target chosen = bestTarget();
 }
 
 void useTarget(Target target) { chosen = target; }

@@ -167,12 +167,11 @@ PXL_FOR_EACH_N(PXL_SHIFT_N, shiftRight, I32, srai_epi32)
 
 // ---- bits and choices. A mask has all bits of a lane set, or none.
 
-#define PXL_LOGIC_N(N, prefix, whole, A)                                                     \
-    PXL_INLINE A<N> bitAnd(A<N> a, A<N> b) { return {prefix##and_##whole(a.v, b.v)}; }       \
-    PXL_INLINE A<N> bitAndNot(A<N> a, A<N> b) { return {prefix##andnot_##whole(b.v, a.v)}; } \
-    PXL_INLINE A<N> bitOr(A<N> a, A<N> b) { return {prefix##or_##whole(a.v, b.v)}; }         \
+#define PXL_LOGIC_N(N, prefix, whole, A)                                               \
+    PXL_INLINE A<N> bitAnd(A<N> a, A<N> b) { return {prefix##and_##whole(a.v, b.v)}; } \
+    PXL_INLINE A<N> bitOr(A<N> a, A<N> b) { return {prefix##or_##whole(a.v, b.v)}; }   \
     PXL_INLINE A<N> bitXor(A<N> a, A<N> b) { return {prefix##xor_##whole(a.v, b.v)}; }
-PXL_FOR_EACH_N(PXL_LOGIC_N, U8)  // bitAndNot(a, b) is a where b is clear
+PXL_FOR_EACH_N(PXL_LOGIC_N, U8)
 PXL_FOR_EACH_N(PXL_LOGIC_N, U16)
 PXL_FOR_EACH_N(PXL_LOGIC_N, I16)
 PXL_FOR_EACH_N(PXL_LOGIC_N, I32)
@@ -343,7 +342,6 @@ PXL_INLINE Halves<I32<N>> widen(I16<N> a) {
 
 // Floats to integers by the current rounding mode, and back. What no integer holds, and NaN, becomes -2^31.
 PXL_UNARY(toInt, F32, I32, cvtps_epi32)
-PXL_UNARY(truncateToInt, F32, I32, cvttps_epi32)
 PXL_UNARY(toFloat, I32, F32, cvtepi32_ps)
 
 // ---- samples of any type as 32-bit lanes: a vector of bytes fills four of them, one of 16-bit samples two, and part k
