@@ -26,7 +26,7 @@ extern "C" {
  * and the size are looked at is said with each function.
  */
 
-/* RGB to YCbCr. Checks: pSrc, pDst; size. Groups of 16 pixels, the last width mod 16 with 32 bits. */
+/* RGB to YCbCr. Checks: pSrc, pDst; size. Groups of 16 pixels in Q14, the last width mod 16 with 32 bits. */
 PXLCC_API PxlStatus pxliRGBToYCbCr_8u_C3R(const Pxl8u* pSrc, int srcStep, Pxl8u* pDst, int dstStep, PxlSize roiSize);
 
 /*
@@ -35,11 +35,11 @@ PXLCC_API PxlStatus pxliRGBToYCbCr_8u_C3R(const Pxl8u* pSrc, int srcStep, Pxl8u*
  */
 PXLCC_API PxlStatus pxliRGBToYCbCr_8u_AC4R(const Pxl8u* pSrc, int srcStep, Pxl8u* pDst, int dstStep, PxlSize roiSize);
 
-/* RGB to Y, Cb and Cr planes. Checks: pSrc, pDst, its three entries; size. Groups of 8 pixels. */
+/* RGB to Y, Cb and Cr planes. Checks: pSrc, pDst, its three entries; size. Groups of 8 pixels in Q16. */
 PXLCC_API PxlStatus pxliRGBToYCbCr_8u_C3P3R(const Pxl8u* pSrc, int srcStep, Pxl8u* pDst[3], int dstStep,
                                             PxlSize roiSize);
 
-/* RGBA to Y, Cb and Cr planes; alpha is ignored. Checks: pSrc, pDst, its three entries; size. Groups of 8 pixels. */
+/* RGBA to Y, Cb and Cr planes; alpha is ignored. Checks: pSrc, pDst, its three entries; size. Groups of 8 as above. */
 PXLCC_API PxlStatus pxliRGBToYCbCr_8u_AC4P3R(const Pxl8u* pSrc, int srcStep, Pxl8u* pDst[3], int dstStep,
                                              PxlSize roiSize);
 
@@ -51,40 +51,44 @@ PXLCC_API PxlStatus pxliRGBToYCbCr_8u_AC4P3R(const Pxl8u* pSrc, int srcStep, Pxl
 PXLCC_API PxlStatus pxliRGBToYCbCr_8u_P3R(const Pxl8u* pSrc[3], int srcStep, Pxl8u* pDst[3], int dstStep,
                                           PxlSize roiSize);
 
-/* YCbCr to RGB. Checks: pSrc, pDst; size. Groups of 8 pixels. */
+/* YCbCr to RGB. Checks: pSrc, pDst; size. Groups of 8 pixels in Q12. */
 PXLCC_API PxlStatus pxliYCbCrToRGB_8u_C3R(const Pxl8u* pSrc, int srcStep, Pxl8u* pDst, int dstStep, PxlSize roiSize);
 
 /*
- * YCbCr with a fourth byte to RGBA. The fourth source byte is ignored; the fourth destination byte keeps its value.
- * Every pixel uses a 32-bit form that truncates. Checks: pSrc, pDst; size.
+ * YCbCr with a fourth byte to RGBA. The fourth source byte is ignored; the fourth destination byte keeps its value
+ * (whole groups may store it back as they found it: nobody else may write it during the call). Every pixel uses a
+ * 32-bit form that truncates instead of rounding, with coefficients of its own. Checks: pSrc, pDst; size.
  */
 PXLCC_API PxlStatus pxliYCbCrToRGB_8u_AC4R(const Pxl8u* pSrc, int srcStep, Pxl8u* pDst, int dstStep, PxlSize roiSize);
 
-/* Y, Cb and Cr planes to RGB. Checks: pSrc, pDst, the three entries; size. Groups of 8 pixels. */
+/* Y, Cb and Cr planes to RGB. Checks: pSrc, pDst, the three entries; size. Groups of 8 pixels in Q12. */
 PXLCC_API PxlStatus pxliYCbCrToRGB_8u_P3C3R(const Pxl8u* pSrc[3], int srcStep, Pxl8u* pDst, int dstStep,
                                             PxlSize roiSize);
 
-/* Y, Cb and Cr planes to RGB and aval. Checks: pSrc, pDst; size; the three entries. Groups of 8 pixels. */
+/* Y, Cb and Cr planes to RGB and aval. Checks: pSrc, pDst; size; the three entries. Groups of 8 pixels in Q13. */
 PXLCC_API PxlStatus pxliYCbCrToRGB_8u_P3C4R(const Pxl8u* pSrc[3], int srcStep, Pxl8u* pDst, int dstStep,
                                             PxlSize roiSize, Pxl8u aval);
 
-/* Y, Cb and Cr planes to R, G and B planes. Checks: pSrc, pDst; size; the six entries. Groups of 8 pixels. */
+/*
+ * Y, Cb and Cr planes to R, G and B planes. Groups of 8 pixels in Q13, which truncate; the rest of a row rounds, with
+ * the coefficients of pxliYCbCrToRGB_8u_AC4R. Checks: pSrc, pDst; size; the six entries.
+ */
 PXLCC_API PxlStatus pxliYCbCrToRGB_8u_P3R(const Pxl8u* pSrc[3], int srcStep, Pxl8u* pDst[3], int dstStep,
                                           PxlSize roiSize);
 
-/* Y, Cb and Cr planes to BGR. Checks: pSrc, pDst, the three entries; height, width. Groups of 8 pixels. */
+/* Y, Cb and Cr planes to BGR. Checks: pSrc, pDst, the three entries; height, width. Groups of 8 pixels in Q12. */
 PXLCC_API PxlStatus pxliYCbCrToBGR_8u_P3C3R(const Pxl8u* pSrc[3], int srcStep, Pxl8u* pDst, int dstStep,
                                             PxlSize roiSize);
 
-/* Y, Cb and Cr planes to BGR and aval, every pixel with the group form. Checks: pSrc, pDst, entries; height, width. */
+/* Y, Cb and Cr planes to BGR and aval, every pixel in Q13. Checks: pSrc, pDst, the entries; height, width. */
 PXLCC_API PxlStatus pxliYCbCrToBGR_8u_P3C4R(const Pxl8u* pSrc[3], int srcStep, Pxl8u* pDst, int dstStep,
                                             PxlSize roiSize, Pxl8u aval);
 
-/* BT.709 Y, Cb and Cr planes to BGR, every pixel with the group form. Checks: pSrc, pDst, entries; height, width. */
+/* BT.709 Y, Cb and Cr planes to BGR, every pixel in Q13. Checks: pSrc, pDst, the entries; height, width. */
 PXLCC_API PxlStatus pxliYCbCrToBGR_709CSC_8u_P3C3R(const Pxl8u* pSrc[3], int srcStep, Pxl8u* pDst, int dstStep,
                                                    PxlSize roiSize);
 
-/* The same with aval in the fourth byte. Checks: pSrc, pDst, entries; height, width. */
+/* The same with aval in the fourth byte. Checks: pSrc, pDst, the entries; height, width. */
 PXLCC_API PxlStatus pxliYCbCrToBGR_709CSC_8u_P3C4R(const Pxl8u* pSrc[3], int srcStep, Pxl8u* pDst, int dstStep,
                                                    PxlSize roiSize, Pxl8u aval);
 
