@@ -1,4 +1,5 @@
 // pxlcc convert: pictures and video frames into each other.
+#include <charconv>
 #include <optional>
 
 #include "call.h"
@@ -14,7 +15,7 @@ namespace {
 
 struct ConvertOptions {
     std::string in, out;
-    std::string size, format, to, sampling = "420", matrix = "601", rate;
+    std::string size, format, to, sampling, matrix, rate;
     std::int64_t frames = 0;
     bool verbose = false;
 };
@@ -25,17 +26,19 @@ struct Target {
     const Format* format = nullptr;
 };
 
+std::string orElse(const std::string& option, const char* standard) { return option.empty() ? standard : option; }
+
 Target chooseTarget(const ConvertOptions& options, const Format& source) {
     std::string kind = !options.to.empty() ? options.to : options.out == "-" ? "y4m" : ending(options.out);
     if (kind == "pgm" || kind == "pnm") kind = "ppm";
     if (kind == "png") return {Container::png, findFormat("rgb24")};
     if (kind == "ppm") return {Container::pnm, findFormat("rgb24")};
     if (kind == "y4m") {
-        const Format* format = source.isPicture() ? findY4m(options.sampling) : findY4m(source.y4m);
-        if (format == nullptr && source.isPicture())
-            fail("--sampling ", options.sampling, ": y4m has 420, 411 and 444");
-        // Frames whose own order y4m does not have: the same planes in the order that it has.
-        if (format == nullptr && source.family == findFormat("i420")->family) format = findFormat("i420");
+        if (!source.isPicture() && !options.sampling.empty())
+            fail("--sampling is for a .y4m made from pictures; this one is made from ", source.name, " frames");
+        const Format* format = source.isPicture() ? findY4m(orElse(options.sampling, "420")) : findY4m(source.y4m);
+        // Frames whose own order y4m does not have: the same samples in the order that it has.
+        if (format == nullptr && source.shape.sampling == 420) format = findFormat("i420");
         if (format == nullptr) fail("a .y4m file cannot hold ", source.name, " frames");
         return {Container::y4m, format};
     }
@@ -51,9 +54,10 @@ Target chooseTarget(const ConvertOptions& options, const Format& source) {
 class Converter {
 public:
     Converter(const Format& from, const Format& to, PxlSize size, const std::string& matrix)
-        : from_(from), output_(to.shape, wholeBlocks(to, size)) {
+        : from_(from), to_(to), output_(to.shape, wholeBlocks(to, size)) {
         if (from.family == to.family) return;
-        function_ = &exportBetween(from, to, matrix);
+        if (!from.isPicture() && from.shape.sampling == 420 && to.shape.sampling == 420) return;
+        function_ = &exportBetween(from, to, orElse(matrix, "601"));
         const PxlSize whole = wholeBlocks(from.isPicture() ? to : from, size);
         picture_ = Image(from.isPicture() ? function_->source : function_->destination, whole);
     }
@@ -63,8 +67,12 @@ public:
 
     const Image& convert(const Image& frame) {
         if (function_ == nullptr) {
-            if (!from_.isPicture()) return frame;
-            copyPicture(frame, output_);
+            if (from_.isPicture())
+                copyPicture(frame, output_);
+            else if (from_.family == to_.family)
+                return frame;
+            else
+                regroupChroma(from_, frame, to_, output_);
         } else if (from_.isPicture()) {
             copyPicture(frame, picture_);
             applyOrFail(*function_, picture_, output_);
@@ -78,22 +86,30 @@ public:
     }
 
 private:
-    const Format& from_;
+    const Format &from_, &to_;
     Image output_;
     const catalog::Export* function_ = nullptr;
     Image picture_;  // the RGB side as the export has it
 };
 
+// The options that a conversion does not look at are mistakes.
+void refuseIdle(const ConvertOptions& options, const Target& target, const Converter& converter) {
+    if (!options.rate.empty() && target.container != Container::y4m) fail("--rate is for .y4m files");
+    if (!options.sampling.empty() && target.container != Container::y4m) fail("--sampling is for .y4m files");
+    if (!options.matrix.empty() && converter.function() == nullptr)
+        fail("--matrix: the samples are only put in another order, none is computed");
+}
+
 // "25", "30000:1001" or "30000/1001" as a .y4m parameter.
-std::string rateParameter(std::string rate) {
-    const auto slash = rate.find_first_of("/:");
-    if (slash == std::string::npos)
-        rate += ":1";
-    else
-        rate[slash] = ':';
-    if (rate.find_first_not_of("0123456789:") != std::string::npos || rate[0] == ':')
+std::string rateParameter(const std::string& rate) {
+    int frames = 0, seconds = 1;
+    const char* const end = rate.data() + rate.size();
+    auto parsed = std::from_chars(rate.data(), end, frames);
+    if (parsed.ec == std::errc() && parsed.ptr != end && (*parsed.ptr == ':' || *parsed.ptr == '/'))
+        parsed = std::from_chars(parsed.ptr + 1, end, seconds);
+    if (parsed.ec != std::errc() || parsed.ptr != end || frames < 1 || seconds < 1)
         fail("--rate ", rate, ": write frames a second as 25 or 30000/1001");
-    return "F" + rate;
+    return "F" + std::to_string(frames) + ":" + std::to_string(seconds);
 }
 
 void convert(const ConvertOptions& options) {
@@ -115,6 +131,7 @@ void convert(const ConvertOptions& options) {
             StreamType type = source->type();
             const Target target = chooseTarget(options, *type.format);
             converter.emplace(*type.format, *target.format, type.size, options.matrix);
+            refuseIdle(options, target, *converter);
             if (options.verbose)
                 note(type.size.width, 'x', type.size.height, ' ', type.format->name, " to ", target.format->name, ": ",
                      converter->function() != nullptr ? converter->function()->name : "the same samples");
@@ -147,7 +164,7 @@ void addConvert(CLI::App& program) {
     command->add_option("--sampling", options->sampling, "Of a .y4m made from pictures: 420 (default), 411 or 444");
     command->add_option("--rate", options->rate,
                         "Frames a second that a .y4m says, as 30000/1001 (default: as IN, or 25)");
-    command->add_option("--frames", options->frames, "Stop after so many frames")->check(CLI::PositiveNumber);
+    command->add_option("--frames", options->frames, "Stop after so many frames")->check(CLI::Range(1, 1'000'000'000));
     command->add_flag("--verbose", options->verbose, "Say which export is used");
     command->footer(
         "Files: .png .ppm .pgm (out_%04d.png for one a frame), .y4m with 4:2:0, 4:1:1 or 4:4:4, and raw frames whose "
@@ -158,7 +175,10 @@ void addConvert(CLI::App& program) {
         "Frames are\n"
         "read, converted and written one at a time. A frame of odd width or height is extended to whole chroma samples "
         "by\n"
-        "repeating its last column and row, and cut again afterwards. Alpha is dropped. If a stream is truncated or\n"
+        "repeating its last column and row, and cut again afterwards. 4:2:0 frames change between planes and pairs "
+        "without\n"
+        "loss; nv21 is not made from pictures, and nv12 with the matrix 709 only made. Alpha is dropped. If a stream "
+        "is truncated or\n"
         "malformed every whole frame before that is converted, and the exit status is 1.");
     command->callback([options] { convert(*options); });
 }

@@ -42,7 +42,9 @@ Input::Input(const std::string& path) : name_(path == "-" ? "standard input" : p
     file_.reset(path == "-" ? stdin : std::fopen(path.c_str(), "rb"));
     if (!file_) fail("cannot open ", path, ": ", reason());
     struct stat about {};
-    if (fstat(fileno(file_.get()), &about) == 0 && S_ISREG(about.st_mode)) size_ = about.st_size;
+    if (fstat(fileno(file_.get()), &about) != 0) return;
+    if (S_ISDIR(about.st_mode)) fail(path, " is a directory");
+    if (S_ISREG(about.st_mode)) size_ = about.st_size;
 }
 
 std::size_t Input::read(void* bytes, std::size_t count) {

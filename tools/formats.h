@@ -37,6 +37,9 @@ struct PlaneExtent {
 PlaneExtent extentInFile(const Format& format, std::size_t plane, PxlSize size);
 std::int64_t bytesInFile(const Format& format, PxlSize size);
 
+// The same 4:2:0 samples with chroma in planes or in pairs of either order.
+void regroupChroma(const Format& from, const Image& source, const Format& to, Image& destination);
+
 // The export from video to a picture or from a picture to video, in the coefficient set "601", "709" or "709hdtv". An
 // error says which sets there are.
 const catalog::Export& exportBetween(const Format& from, const Format& to, const std::string& matrix);

@@ -1,5 +1,6 @@
 #include <unistd.h>
 
+#include <charconv>
 #include <sstream>
 
 #include "error.h"
@@ -37,6 +38,7 @@ public:
             return false;
         }
         const Image picture = readPicture(*stream_);
+        if (!pattern_.empty() && stream_->peek() >= 0) fail(stream_->name(), ": more than one picture");
         if (picture.shape().planes[0].element != Element::u8)
             fail(stream_->name(), ": a 16-bit picture; 8 bits are needed");
         const PxlSize size = picture.size();
@@ -81,6 +83,9 @@ public:
             if (line != "FRAME" && line.rfind("FRAME ", 0) != 0)
                 fail(place(), ": malformed, a line that starts with FRAME has to stand there");
         }
+        const std::int64_t needed = bytesInFile(*type_.format, type_.size);
+        if (input_->size() >= 0 && input_->size() - input_->offset() < needed)
+            failTruncated(input_->size() - input_->offset(), needed);
         if (frame.planes() == 0) frame = Image(type_.format->shape, wholeBlocks(*type_.format, type_.size));
         std::int64_t read = 0;
         for (const std::size_t plane : type_.format->file) {
@@ -89,9 +94,7 @@ public:
                 const auto count = static_cast<std::size_t>(extent.rowBytes);
                 const std::size_t got = input_->read(frame.plane(plane).row(y), count);
                 read += static_cast<std::int64_t>(got);
-                if (got != count)
-                    fail(place(), ": truncated, ", read, " of ", bytesInFile(*type_.format, type_.size),
-                         " bytes of samples are there");
+                if (got != count) failTruncated(read, needed);
             }
         }
         return true;
@@ -108,11 +111,27 @@ private:
         return input_->name() + ": frame " + std::to_string(number_) + " at byte " + std::to_string(frameStart_);
     }
 
+    [[noreturn]] void failTruncated(std::int64_t there, std::int64_t needed) const {
+        fail(place(), ": truncated, ", there, " of ", needed, " bytes of samples are there");
+    }
+
     std::string readLine() {
         constexpr std::size_t kLongest = 1024;
         std::string line;
-        for (char c = 0; line.size() < kLongest && input_->read(&c, 1) == 1 && c != '\n';) line += c;
+        for (char c = 0; input_->read(&c, 1) == 1 && c != '\n';) {
+            if (line.size() == kLongest) fail(place(), ": malformed, a line of more than ", kLongest, " bytes");
+            line += c;
+        }
         return line;
+    }
+
+    int side(const std::string& word) const {
+        int value = 0;
+        const auto end = word.data() + word.size();
+        const auto parsed = std::from_chars(word.data() + 1, end, value);
+        if (parsed.ec != std::errc() || parsed.ptr != end || value < 1 || value > kLargestSide)
+            fail(input_->name(), ": malformed, ", word, " is no width or height");
+        return value;
     }
 
     void readHeader() {
@@ -123,13 +142,12 @@ private:
         header >> word;
         if (word != "YUV4MPEG2") fail(input_->name(), ": malformed, no YUV4MPEG2 header");
         while (header >> word) {
-            const std::string value = word.substr(1);
             switch (word[0]) {
                 case 'W':
-                    type_.size.width = std::atoi(value.c_str());
+                    type_.size.width = side(word);
                     break;
                 case 'H':
-                    type_.size.height = std::atoi(value.c_str());
+                    type_.size.height = side(word);
                     break;
                 case 'C':
                     type_.colour = word;
@@ -141,12 +159,14 @@ private:
                     type_.others += " " + word;
                     break;
             }
-            if (word == "XCOLORRANGE=FULL")
-                note(input_->name(), " says it has full-range samples; the conversions take them as studio range");
         }
+        if (type_.size.width == 0 || type_.size.height == 0)
+            fail(input_->name(), ": malformed, its header has no ", type_.size.width == 0 ? "width" : "height");
         type_.format = findY4m(type_.colour.substr(1));
         if (type_.format == nullptr)
             fail(input_->name(), ": frames of the kind ", type_.colour, "; only 8-bit 4:2:0, 4:1:1 and 4:4:4 are read");
+        if (type_.others.find("XCOLORRANGE=FULL") != std::string::npos)
+            note(input_->name(), " says it has full-range samples; the conversions take them as studio range");
     }
 
     std::unique_ptr<Input> input_;

@@ -41,7 +41,7 @@ Image withElement(const Image& picture, Element element) {
     return result;
 }
 
-Distance distance(const Image& a, const Image& b) {
+Distance distance(const Image& a, const Image& b, LumaWeights weights) {
     const Image left = withElement(a, Element::f32), right = withElement(b, Element::f32);
     const auto* p = reinterpret_cast<const float*>(left.plane(0).first);
     const auto* q = reinterpret_cast<const float*>(right.plane(0).first);
@@ -49,8 +49,8 @@ Distance distance(const Image& a, const Image& b) {
     double rgb = 0, luma = 0, colour = 0;
     for (std::int64_t i = 0; i < a.pixels(); ++i, p += 3, q += 3) {
         const double r = (p[0] - q[0]) * 255.0, g = (p[1] - q[1]) * 255.0, b255 = (p[2] - q[2]) * 255.0;
-        const double y = 0.299 * r + 0.587 * g + 0.114 * b255;
-        const double cb = (b255 - y) / 1.772, cr = (r - y) / 1.402;
+        const double y = weights.red * r + (1 - weights.red - weights.blue) * g + weights.blue * b255;
+        const double cb = (b255 - y) / (2 - 2 * weights.blue), cr = (r - y) / (2 - 2 * weights.red);
         rgb += r * r + g * g + b255 * b255;
         luma += y * y;
         colour += cb * cb + cr * cr;

@@ -8,13 +8,19 @@ namespace pxl::tool {
 // Samples in another element type (8u, 16u or 32f): the largest integer value and 1.0 mean the same.
 Image withElement(const Image& picture, Element element);
 
-// Errors between RGB pictures on the scale of 8-bit codes. Luma is that of ITU-R BT.601, colour its two
-// colour-difference signals, for every conversion, so that the figures compare.
+// Luma weights of red and blue; green has the rest.
+struct LumaWeights {
+    double red, blue;
+};
+constexpr LumaWeights kLuma601 = {0.299, 0.114}, kLuma709 = {0.2126, 0.0722};  // ITU-R BT.601, BT.709
+
+// Errors between RGB pictures on the scale of 8-bit codes. Colour is the two colour-difference signals that go with the
+// luma.
 struct Distance {
     double rgb = 0, luma = 0, colour = 0;  // peak signal-to-noise ratio in dB, infinite for equal pictures
     double largest = 0;                    // of any sample
 };
-Distance distance(const Image& a, const Image& b);
+Distance distance(const Image& a, const Image& b, LumaWeights weights);
 
 // The absolute difference of two 8-bit RGB pictures times a factor.
 Image differencePicture(const Image& a, const Image& b, int factor);

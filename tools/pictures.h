@@ -13,8 +13,8 @@ enum class PictureFile { none, png, pnm };
 // By the ending of the name: .png, .ppm, .pgm, .pnm.
 PictureFile pictureFile(const std::string& path);
 
-// 8- or 16-bit gray, RGB or RGBA by the file's first bytes; anything else is an error. A PNM file may be followed by
-// more.
+// 8- or 16-bit gray, RGB or RGBA by the file's first bytes; anything else is an error. Takes exactly the
+// picture: more may follow.
 Image readPicture(Input& input);
 Image readPicture(const std::string& path);
 

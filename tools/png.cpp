@@ -11,35 +11,40 @@ namespace pxl::tool {
 
 namespace {
 
-struct Memory {
-    std::vector<std::uint8_t> bytes;
-    std::size_t position = 0;
+// What libpng's callbacks need: where it reads from or writes to, and its message when it gives up.
+struct Stream {
+    Input* input = nullptr;
+    std::vector<std::uint8_t> written = {};
     char message[128] = "";
 };
 
 void onError(png_structp png, png_const_charp text) {
-    auto* memory = static_cast<Memory*>(png_get_error_ptr(png));
-    std::strncpy(memory->message, text, sizeof memory->message - 1);
+    auto* stream = static_cast<Stream*>(png_get_error_ptr(png));
+    std::strncpy(stream->message, text, sizeof stream->message - 1);
     std::longjmp(png_jmpbuf(png), 1);
 }
 
 void onWarning(png_structp, png_const_charp) {}
 
-void readMemory(png_structp png, png_bytep bytes, png_size_t count) {
-    auto* memory = static_cast<Memory*>(png_get_io_ptr(png));
-    if (count > memory->bytes.size() - memory->position) png_error(png, "the file is truncated");
-    std::memcpy(bytes, memory->bytes.data() + memory->position, count);
-    memory->position += count;
+void readInput(png_structp png, png_bytep bytes, png_size_t count) {
+    auto* stream = static_cast<Stream*>(png_get_io_ptr(png));
+    const char* trouble = nullptr;
+    try {
+        if (stream->input->read(bytes, count) != count) trouble = "the file is truncated";
+    } catch (const Error&) {  // must not pass through libpng
+        trouble = "it cannot be read";
+    }
+    if (trouble != nullptr) png_error(png, trouble);
 }
 
-void appendMemory(png_structp png, png_bytep bytes, png_size_t count) {
-    auto* memory = static_cast<Memory*>(png_get_io_ptr(png));
-    memory->bytes.insert(memory->bytes.end(), bytes, bytes + count);
+void append(png_structp png, png_bytep bytes, png_size_t count) {
+    auto* stream = static_cast<Stream*>(png_get_io_ptr(png));
+    stream->written.insert(stream->written.end(), bytes, bytes + count);
 }
 
-void flushMemory(png_structp) {}
+void flushNothing(png_structp) {}
 
-// False if libpng gave up inside; the message is then in the Memory.
+// False if libpng gave up inside; the message is then in the Stream.
 template <class Steps>
 bool completes(png_structp png, const Steps& steps) {
     if (setjmp(png_jmpbuf(png)) != 0) return false;
@@ -48,10 +53,10 @@ bool completes(png_structp png, const Steps& steps) {
 }
 
 struct Reader {
-    explicit Reader(Memory* memory)
-        : png(png_create_read_struct(PNG_LIBPNG_VER_STRING, memory, onError, onWarning)),
+    explicit Reader(Stream* stream)
+        : png(png_create_read_struct(PNG_LIBPNG_VER_STRING, stream, onError, onWarning)),
           info(png_create_info_struct(png)) {
-        png_set_read_fn(png, memory, readMemory);
+        png_set_read_fn(png, stream, readInput);
     }
     Reader(const Reader&) = delete;
     ~Reader() { png_destroy_read_struct(&png, &info, nullptr); }
@@ -60,10 +65,10 @@ struct Reader {
 };
 
 struct Writer {
-    explicit Writer(Memory* memory)
-        : png(png_create_write_struct(PNG_LIBPNG_VER_STRING, memory, onError, onWarning)),
+    explicit Writer(Stream* stream)
+        : png(png_create_write_struct(PNG_LIBPNG_VER_STRING, stream, onError, onWarning)),
           info(png_create_info_struct(png)) {
-        png_set_write_fn(png, memory, appendMemory, flushMemory);
+        png_set_write_fn(png, stream, append, flushNothing);
     }
     Writer(const Writer&) = delete;
     ~Writer() { png_destroy_write_struct(&png, &info); }
@@ -81,9 +86,9 @@ std::vector<png_bytep> rowPointers(const Image& picture) {
 }  // namespace
 
 Image readPng(Input& input) {
-    Memory memory{readAll(input)};
-    Reader reader(&memory);
-    const auto giveUp = [&] { fail(input.name(), ": not a valid PNG file: ", memory.message); };
+    Stream stream{.input = &input};
+    Reader reader(&stream);
+    const auto giveUp = [&] { fail(input.name(), ": not a valid PNG file: ", stream.message); };
     if (!completes(reader.png, [&] { png_read_info(reader.png, reader.info); })) giveUp();
 
     const int depth = png_get_bit_depth(reader.png, reader.info);
@@ -112,8 +117,8 @@ void writePng(Output& output, const Image& picture) {
     static constexpr int kColourTypes[] = {0, PNG_COLOR_TYPE_GRAY, 0, PNG_COLOR_TYPE_RGB, PNG_COLOR_TYPE_RGB_ALPHA};
     const auto& shape = picture.shape().planes[0];
     auto rows = rowPointers(picture);
-    Memory memory;
-    Writer writer(&memory);
+    Stream stream;
+    Writer writer(&stream);
     const auto write = [&] {
         png_set_IHDR(writer.png, writer.info, static_cast<png_uint_32>(picture.size().width),
                      static_cast<png_uint_32>(picture.size().height), shape.element == Element::u8 ? 8 : 16,
@@ -125,8 +130,8 @@ void writePng(Output& output, const Image& picture) {
         png_write_image(writer.png, rows.data());
         png_write_end(writer.png, writer.info);
     };
-    if (!completes(writer.png, write)) fail("cannot write a PNG: ", memory.message);
-    output.write(memory.bytes.data(), memory.bytes.size());
+    if (!completes(writer.png, write)) fail("cannot write a PNG: ", stream.message);
+    output.write(stream.written.data(), stream.written.size());
 }
 
 }  // namespace pxl::tool

@@ -142,18 +142,41 @@ pxlcc convert short.y4m kept.rgb24 2>/dev/null && wrong "a truncated stream is a
 fails 'frame 1 at byte .* malformed' convert malformed.y4m out.rgb24
 fails 'truncated' convert clip.yuv out.png --format i444 --size 40x40
 fails 'more than one frame' convert clip.y4m out.png
+fails 'H4x is no width' convert - out.png <<<'YUV4MPEG2 W4 H4x'
+fails 'W4294967300 is no width' convert - out.png <<<'YUV4MPEG2 W4294967300 H4'
+fails 'no height' convert - out.png <<<'YUV4MPEG2 W4'
+fails 'truncated' convert clip.yuv out.png --size 65536x65536 --format i420
+fails 'more than 1024' convert - out.png <<<"YUV4MPEG2 W4 H4 $(head -c 1100 /dev/zero | tr '\0' X)"
+fails 'sampling is for' convert clip.y4m out.y4m --sampling 420
+fails 'matrix' convert clip.y4m out.y4m --matrix 601
+for rate in 0 abc 1:2:3; do fails 'frames a second' convert in.ppm out.y4m --rate $rate; done
+fails 'is a directory' convert . out.png
+
+# convert: a stream of PNG files holds as many frames; garbage after one is an error.
+cat frame_*.png | pxlcc convert - stream.rgb24 || wrong "PNG stream"
+same clip.rgb24 stream.rgb24
+{ cat frame_001.png; echo garbage; } | pxlcc convert - stream.rgb24 2>stderr && wrong "garbage after a PNG is accepted"
+
+# convert: 4:2:0 chroma between planes and pairs.
+works convert in.ppm direct.nv12
+works convert direct.nv12 pairs.i420 --size 19x10
+same direct.i420 pairs.i420
+works convert pairs.i420 pairs.nv21 --size 19x10
+works convert pairs.nv21 pairs.y4m --size 19x10
+works convert pairs.y4m pairs.nv12
+same direct.nv12 pairs.nv12
 fails 'with the matrix 709; there is one with 601' convert in.ppm out.y4m --sampling 444 --matrix 709
 fails 'to nv21 with the matrix 601; nor with another' convert in.ppm out.nv21
 fails 'give their size' convert pictures.rgb24 out.y4m
 fails 'for raw frames give' convert planes.raw out.png
 fails 'does not say what to write' convert clip.y4m out.thing
 fails 'kind C420p10' convert - out.png <<<'YUV4MPEG2 W4 H4 C420p10'
-fails 'frame size of 0x4' convert - out.png <<<'YUV4MPEG2 W0 H4'
+fails 'W0 is no width' convert - out.png <<<'YUV4MPEG2 W0 H4'
 fails 'holds no frame' convert - out.png <<<'YUV4MPEG2 W4 H4'
 
 # demo: a row and three pictures for each conversion.
 works demo pictures
-rows=$(($(wc -l <stdout) - 1))
+rows=$(grep -cE '[0-9]\.[0-9]+ ' stdout)
 [ "$rows" -gt 3 ] && [ "$(ls pictures/*-difference-*.png | wc -l)" = "$rows" ] || wrong "demo: $rows rows, $(ls pictures)"
 [ "$(grep -c -E '^(gray|sepia).* 0\.[0-9]+ ' stdout)" = 2 ] || wrong "demo: gray and sepia are off: $(cat stdout)"
 for picture in pictures/source.png pictures/contact-sheet.png; do [ -s $picture ] || wrong "demo makes no $picture"; done
