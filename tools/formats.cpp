@@ -113,13 +113,13 @@ void regroupChroma(const Format& from, const Image& source, const Format& to, Im
     const auto luma = source.plane(0);
     std::copy_n(luma.first, luma.bytes(), destination.plane(0).first);
     // First Cb and first Cr of a row, and how far apart the samples are.
-    const auto samples = [](const Format& format, const Image& image, int component, std::int64_t y) {
-        if (format.shape.layout == "P3") return std::pair{image.plane(std::size_t{1} + component).row(y), 1};
+    const auto samples = [](const Format& format, const Image& image, std::size_t component, std::int64_t y) {
+        if (format.shape.layout == "P3") return std::pair{image.plane(1 + component).row(y), 1};
         const bool second = (component == 1) == (format.family == "4:2:0 Cb,Cr pairs");
         return std::pair{image.plane(1).row(y) + (second ? 1 : 0), 2};
     };
     const PxlSize size = {source.size().width / 2, source.size().height / 2};
-    for (int component = 0; component < 2; ++component)
+    for (std::size_t component = 0; component < 2; ++component)
         for (int y = 0; y < size.height; ++y) {
             const auto [in, inApart] = samples(from, source, component, y);
             const auto [out, outApart] = samples(to, destination, component, y);
