@@ -16,6 +16,8 @@ extern "C" {
  * is written. C1: one. C2: packed 4:2:2, bytes Y0 Cb Y1 Cr. Steps are signed byte distances and are not checked. Any
  * width and height from 1.
  *
+ * Floats (32f, 64f): of a NaN only that it is one is defined, not its sign or payload.
+ *
  * Checks of all functions of this group: pSrc, pDst (pxlStatusNullPointer); width, height (pxlStatusBadSize). No other
  * status but pxlStatusOk.
  */
@@ -194,7 +196,7 @@ PXLCC_API PxlStatus pxliColorTwist32f_16s_IP3R(Pxl16s* pSrcDst[3], int srcDstSte
  * GammaFwd takes linear light to the gamma-corrected signal, GammaInv takes it back. Of a value n in 0..1:
  *
  *     forward  n < 0.018:   4.5 n            otherwise  1.099 n^0.45 - 0.099
- *     inverse  n < 0.0812:  n / 4.5          otherwise  (0.9099181 n + 0.09008189)^2.2222223
+ *     inverse  n < 0.0812:  0.2222222 n      otherwise  (0.9099181 n + 0.09008189)^2.2222223
  *
  * The inverse keeps its linear segment up to 0.0812, although the forward curve ends its own at 0.081: it steps down
  * there (16-bit 5321 becomes 1182 and 5322 becomes 1179), deliberately.
@@ -204,13 +206,13 @@ PXLCC_API PxlStatus pxliColorTwist32f_16s_IP3R(Pxl16s* pSrcDst[3], int srcDstSte
  *
  * 32f. n = (x - vMin) / (vMax - vMin), and the result is n' (vMax - vMin) + vMin, each operation rounded to single
  * precision; the division is a division. n' is within 2.5 units in the last place of the curve with the same constants
- * for n up to 1, within 4.5 above; 0 and 1 go to 0 and 1. Nothing is clamped: n below 0 follows the linear segment and
+ * for n up to 1, within 5 above; 0 and 1 go to 0 and 1. Nothing is clamped: n below 0 follows the linear segment and
  * n above 1 the power, infinities go to infinity of the same sign and NaN to NaN.
  *
  * Shapes. C3: three interleaved samples a pixel. AC4: four, of which the fourth is not converted: the destination's
- * keeps its value. P3: three planes that share one step. C3IR, AC4IR, IP3R: in place, the image is source and
- * destination. Any width and height from 1; steps are byte distances of at least 1. All channels are treated alike, so
- * their order does not matter.
+ * keeps its value (it may be stored back as it was found, so nobody else may write it during the call). P3: three
+ * planes that share one step. C3IR, AC4IR, IP3R: in place, the image is source and destination. Any width and height
+ * from 1; steps are byte distances of at least 1. All channels are treated alike, so their order does not matter.
  *
  * Overlap. Source and destination may be the same image. Where they overlap in another way, each row is converted from
  * left to right as if sample by sample, each sample read before it is written; a plane at a time, rows from top to

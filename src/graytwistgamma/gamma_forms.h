@@ -14,7 +14,7 @@ struct GammaForward {
                                              0.0288476162f, -0.0226115417f, 0.0193611123f, -0.0113247382f};
 };
 
-// (0.9099181 n + 0.09008189)^2.2222223, below 0.0812 (not 0.081, deliberately): n / 4.5.
+// (0.9099181 n + 0.09008189)^2.2222223, below 0.0812 (not 0.081, deliberately): 0.2222222 n.
 struct GammaInverse {
     static constexpr Pxl32f kThreshold = 0.0812f, kSlope = 0.2222222f;
     static constexpr Pxl32f kPolynomial[] = {2.22222233f,    1.35802484f,    0.100592777f,  -0.0195536464f,
