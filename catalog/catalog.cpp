@@ -10,7 +10,7 @@
 namespace pxl::catalog {
 namespace {
 
-// What exports.def may add to a line or a family.
+// What the .def files may add to a line or a family.
 struct Extras {
     int minimumWidth = 1;
     int minimumHeight = 1;

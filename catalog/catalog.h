@@ -1,7 +1,7 @@
 // Every exported image function as data: what its arguments are and how to call it with any geometry. Tests, benchmark,
 // fuzz target and tool work through this; the library itself never does.
 //
-// A function is one line in exports.def. What its arguments mean is deduced from the function's type (pointer, plane
+// A function is one line in a .def file. What its arguments mean is deduced from the function's type (pointer, plane
 // array, step, size ...) and from its name (colour spaces, sampling, element types, layouts).
 #pragma once
 
@@ -96,7 +96,7 @@ struct Export {
     bool has(Role role) const;  // among the parameters
 };
 
-// All exports, in the order of exports.def.
+// All exports, in the order of the .def files.
 std::span<const Export> all();
 
 // Null if there is none of that name.

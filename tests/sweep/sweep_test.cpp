@@ -3,7 +3,10 @@
 #include <gtest/gtest.h>
 #include <sys/mman.h>
 
+#include <algorithm>
+#include <cctype>
 #include <cstring>
+#include <iterator>
 #include <utility>
 
 #include "support/call.h"
@@ -14,9 +17,38 @@ namespace {
 
 using Where = Placement::Where;
 
-// Same bytes on every target, nothing written outside the ROI, sources untouched, no access beyond an image.
-TEST(Sweep, everyGeometry) {
+// A case for each family of the catalogue, so that they run side by side and one can be tried alone.
+class Sweep : public testing::TestWithParam<std::string_view> {
+protected:
+    static std::vector<catalog::Export> functions() {
+        std::vector<catalog::Export> list;
+        std::ranges::copy_if(catalog::all(), std::back_inserter(list),
+                             [](const catalog::Export& function) { return function.family == GetParam(); });
+        return list;
+    }
+};
+
+std::vector<std::string_view> families() {
+    std::vector<std::string_view> titles;
     for (const catalog::Export& function : catalog::all()) {
+        if (std::ranges::find(titles, function.family) == titles.end()) titles.push_back(function.family);
+    }
+    return titles;
+}
+
+std::string testName(const testing::TestParamInfo<std::string_view>& family) {
+    std::string name;
+    for (const char c : family.param) {
+        if (std::isalnum(static_cast<unsigned char>(c))) name += c;
+    }
+    return name;
+}
+
+INSTANTIATE_TEST_SUITE_P(Families, Sweep, testing::ValuesIn(families()), testName);
+
+// Same bytes on every target, nothing written outside the ROI, sources untouched, no access beyond an image.
+TEST_P(Sweep, everyGeometry) {
+    for (const catalog::Export& function : functions()) {
         Random random(0x517E);
         const auto check = [&](int width, int height, const Placement& source, const Placement& destination) {
             Call call(function, {width, height}, source, destination, random);
@@ -47,8 +79,8 @@ TEST(Sweep, everyGeometry) {
     }
 }
 
-TEST(Sweep, wrongArguments) {
-    for (const catalog::Export& function : catalog::all()) {
+TEST_P(Sweep, wrongArguments) {
+    for (const catalog::Export& function : functions()) {
         Random random(2);
         Call call(function, {function.minimumWidth + 30, function.minimumHeight + 2}, {}, {}, random);
         for (const Fault fault : {Fault::range, Fault::pointer, Fault::entry, Fault::size, Fault::step}) {
@@ -61,8 +93,8 @@ TEST(Sweep, wrongArguments) {
 }
 
 // Below its minimum a size is refused; at its minimum it is not.
-TEST(Sweep, smallestSize) {
-    for (const catalog::Export& function : catalog::all()) {
+TEST_P(Sweep, smallestSize) {
+    for (const catalog::Export& function : functions()) {
         Random random(3);
         Call call(function, {function.minimumWidth, function.minimumHeight}, {}, {}, random);
         EXPECT_GE(call.run(), 0) << call.describe();
@@ -70,12 +102,12 @@ TEST(Sweep, smallestSize) {
 }
 
 // Rows that lie a gigabyte apart: offsets are counted in 64 bits.
-TEST(Sweep, hugeSteps) {
+TEST_P(Sweep, hugeSteps) {
     constexpr int kStep = 1 << 30, kHeight = 5;
     constexpr std::size_t kPlaneBytes = 1 << 14, kBytes = std::size_t{kHeight} * kStep;
     void* memory = mmap(nullptr, kBytes, PROT_READ | PROT_WRITE, MAP_PRIVATE | MAP_ANONYMOUS | MAP_NORESERVE, -1, 0);
     if (memory == MAP_FAILED) GTEST_SKIP() << "no address space for " << kBytes << " bytes";
-    for (const catalog::Export& function : catalog::all()) {
+    for (const catalog::Export& function : functions()) {
         Random random(4);
         Call call(function, {37, kHeight}, {}, {}, random);
         catalog::Arguments far = call.arguments;
@@ -106,7 +138,7 @@ TEST(Sweep, hugeSteps) {
 }
 
 // Absent processor features are said, not passed over.
-TEST(Sweep, allTargetsRun) {
+TEST(Targets, allRun) {
     std::string missing;
     for (const auto& [target, name] : kTargets) {
         if (!processorRuns(target)) missing += std::string(" ") + name;
