@@ -166,4 +166,16 @@ PXL_INLINE void eachGroupAndPart(Index width, const Body& body) {
     if (x < width) body(Part{static_cast<int>(width - x)}, x);
 }
 
+// Whole groups of kGroup pixels (16 or 8) with one body, the pixels left over with another. Groups of 8 are the halves
+// of a block, the last one Part{8}.
+template <int kGroup, class Group, class Tail>
+PXL_INLINE void groupsAndTail(Index width, const Group& group, const Tail& tail) {
+    Index x = eachGroup<16>(width, group);
+    if (kGroup == 8 && width - x >= 8) {
+        group(Part{8}, x);
+        x += 8;
+    }
+    if (x < width) tail(Part{static_cast<int>(width - x)}, x);
+}
+
 PXL_END_TARGET

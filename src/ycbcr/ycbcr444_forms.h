@@ -117,18 +117,6 @@ struct EncodeQ14 {
 constexpr DecoderQ16 kDecode601 = {76282, 104593, -25689, -53279, 132184, 32768};
 constexpr DecoderQ16 kDecode601Truncating = {76284, 104595, -25690, -53281, 132186, 0};
 
-// (a * x + b * y + c * z + offset) >> 16, exact
-template <int kA, int kB, int kC, int N>
-PXL_INLINE I16<N> sumQ16(I16<N> x, I16<N> y, I16<N> z, int offset) {
-    constexpr SplitFactor a = split(kA), b = split(kB), c = split(kC);
-    const auto factors = fillPairs<N>(a.rest, b.rest), third = fillPairs<N>(c.rest, 0);
-    const auto constant = fill<I32<N>>(offset);
-    const auto low = addWrap(pairSums(interleaveLow(x, y), factors), pairSums(interleaveLow(z, z), third));
-    const auto high = addWrap(pairSums(interleaveHigh(x, y), factors), pairSums(interleaveHigh(z, z), third));
-    const auto fraction = packSatI16(shiftRight<16>(addWrap(low, constant)), shiftRight<16>(addWrap(high, constant)));
-    return plusTimes<c.whole>(plusTimes<b.whole>(plusTimes<a.whole>(fraction, x), y), z);
-}
-
 // A reference form; DecoderQ16 as a type.
 template <DecoderQ16 k>
 struct DecodeReference {

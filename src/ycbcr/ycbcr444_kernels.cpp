@@ -18,17 +18,6 @@ PXL_INLINE Channels3<U8<N>> decode(Channels3<U8<N>> px) {
     return {packSatU8(low.r, high.r), packSatU8(low.g, high.g), packSatU8(low.b, high.b)};
 }
 
-// Whole groups of kGroup pixels (16 or 8) with one form, the pixels left over with another.
-template <int kGroup, class Group, class Tail>
-PXL_INLINE void groupsAndTail(Index width, const Group& group, const Tail& tail) {
-    Index x = eachGroup<16>(width, group);
-    if (kGroup == 8 && width - x >= 8) {
-        group(Part{8}, x);
-        x += 8;
-    }
-    if (x < width) tail(Part{static_cast<int>(width - x)}, x);
-}
-
 template <int kGroup, class GroupForm, class TailForm, class Source, class Destination, class TailDestination>
 PXL_INLINE void encodeRow(Source src, Destination dst, TailDestination tailDst, Index width) {
     groupsAndTail<kGroup>(

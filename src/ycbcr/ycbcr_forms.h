@@ -2,7 +2,7 @@
 // products in 16-bit lanes.
 #pragma once
 
-#include "simd/operations.h"
+#include "simd/fixed_point.h"
 
 PXL_BEGIN_TARGET
 
@@ -19,34 +19,6 @@ struct DecoderQ16 {
 };
 // ITU-R BT.601
 constexpr DecoderQ16 kDecode601b = {76284, 104595, -25690, -53281, 132186, 32768};
-
-// A Q16 factor as whole + rest / 65536, so that rest fits 16 bits: the whole part is taken outside the shift, exactly.
-struct SplitFactor {
-    int whole, rest;
-};
-constexpr SplitFactor split(int factor) {
-    const int whole = (factor + 32768) >> 16;
-    return {whole, factor - whole * 65536};
-}
-
-template <int kWhole, int N>
-PXL_INLINE I16<N> plusTimes(I16<N> sum, I16<N> x) {
-    if constexpr (kWhole == 0) return sum;
-    if constexpr (kWhole == 1) return addWrap(sum, x);
-    if constexpr (kWhole == 2) return addWrap(sum, addWrap(x, x));
-    if constexpr (kWhole == -1) return subWrap(sum, x);
-}
-
-// (a * x + b * y + offset) >> 16, exact
-template <int kA, int kB, int N>
-PXL_INLINE I16<N> sumQ16(I16<N> x, I16<N> y, int offset) {
-    constexpr SplitFactor a = split(kA), b = split(kB);
-    const auto factors = fillPairs<N>(a.rest, b.rest);
-    const auto constant = fill<I32<N>>(offset);
-    const auto fraction = packSatI16(shiftRight<16>(addWrap(pairSums(interleaveLow(x, y), factors), constant)),
-                                     shiftRight<16>(addWrap(pairSums(interleaveHigh(x, y), factors), constant)));
-    return plusTimes<b.whole>(plusTimes<a.whole>(fraction, x), y);
-}
 
 // ---- decoders with 16-bit arithmetic
 
