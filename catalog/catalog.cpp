@@ -15,6 +15,7 @@ struct Extras {
     int minimumWidth = 1;
     int minimumHeight = 1;
     bool testsSteps = false;
+    bool acceptsEmpty = false;
     bool partialSourceSamples = false;  // a chroma sample of the source may serve fewer pixels at the end of a row
 };
 
@@ -172,6 +173,7 @@ Export describe(std::string_view name, std::string_view summary, const Family& f
     e.minimumWidth = std::max(own.minimumWidth, family.extras.minimumWidth);
     e.minimumHeight = std::max(own.minimumHeight, family.extras.minimumHeight);
     e.testsSteps = own.testsSteps || family.extras.testsSteps;
+    e.acceptsEmpty = own.acceptsEmpty || family.extras.acceptsEmpty;
     Sides sides;
     e.parameters = rolesOf(types, sides);
     const bool hasSource = e.has(Role::sourcePlane) || e.has(Role::sourcePlanes);

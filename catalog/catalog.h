@@ -87,8 +87,9 @@ struct Export {
     int minimumWidth = 1;
     int minimumHeight = 1;
     bool inPlace = false;
-    bool testsSteps = false;  // answers a step below 1 with pxlStatusBadStep
-    ImageShape source;        // of in-place functions the same as destination
+    bool testsSteps = false;    // answers a step below 1 with pxlStatusBadStep
+    bool acceptsEmpty = false;  // converts nothing, without an error, where the size is below the minimum
+    ImageShape source;          // of in-place functions the same as destination
     ImageShape destination;
     std::vector<Parameter> parameters;
     PxlStatus (*call)(const Value* arguments) = nullptr;  // one value a parameter, in order

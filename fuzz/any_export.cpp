@@ -54,7 +54,7 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
     if (fault <= Fault::size || (fault == Fault::step && function.testsSteps)) {
         const auto ways = mistakes(fault, function);
         if (!ways.empty())
-            endOn(faultsWith(call, {&ways[static_cast<std::size_t>(which) % ways.size()]}, statusOf(fault)));
+            endOn(faultsWith(call, {&ways[static_cast<std::size_t>(which) % ways.size()]}, statusOf(fault, function)));
     }
     endOn(faultsOf(call));
     return 0;

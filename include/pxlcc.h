@@ -18,5 +18,6 @@
 #include "pxlcc/graytwistgamma.h"
 #include "pxlcc/types.h"
 #include "pxlcc/ycbcr.h"
+#include "pxlcc/ycocg_photoycc.h"
 
 #endif

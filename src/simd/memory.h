@@ -39,6 +39,68 @@ PXL_INLINE void store(Part part, E* p, Vector<E, 1> a) {
     __builtin_memcpy(p, lanes, sizeof(E) * static_cast<size_t>(part.count));
 }
 
+// ---- one channel of samples twice as wide as another's: two vectors of it, one behind the other, unlike Halves
+
+template <class V>
+struct Consecutive {
+    V first, second;
+};
+
+template <class E, int N>
+PXL_INLINE Consecutive<Vector<E, N>> loadConsecutive(Blocks<N> all, const E* p) {
+    return {load(all, p), load(all, p + Vector<E, N>::kSize)};
+}
+
+template <class E, int N>
+PXL_INLINE void store(Blocks<N> all, E* p, Consecutive<Vector<E, N>> a) {
+    store(all, p, a.first);
+    store(all, p + Vector<E, N>::kSize, a.second);
+}
+
+template <class E>
+PXL_INLINE Consecutive<Vector<E, 1>> loadConsecutive(Part part, const E* p) {
+    E lanes[2 * Vector<E, 1>::kSize] = {};
+    __builtin_memcpy(lanes, p, sizeof(E) * static_cast<size_t>(part.count));
+    return loadConsecutive(Blocks<1>{}, lanes);
+}
+
+template <class E>
+PXL_INLINE void store(Part part, E* p, Consecutive<Vector<E, 1>> a) {
+    E lanes[2 * Vector<E, 1>::kSize];
+    store(Blocks<1>{}, lanes, a);
+    __builtin_memcpy(p, lanes, sizeof(E) * static_cast<size_t>(part.count));
+}
+
+// Moves 64 bits at a time so that interleaving with another such vector gives two consecutive ones ...
+PXL_INLINE U8<1> spreadForInterleaving(U8<1> a) { return a; }
+// ... and back, after two consecutive ones have been packed.
+PXL_INLINE U8<1> sortedAfterPacking(U8<1> a) { return a; }
+#if PXL_BLOCKS == 2
+PXL_INLINE U8<2> spreadForInterleaving(U8<2> a) { return {_mm256_permute4x64_epi64(a.v, _MM_SHUFFLE(3, 1, 2, 0))}; }
+PXL_INLINE U8<2> sortedAfterPacking(U8<2> a) { return {_mm256_permute4x64_epi64(a.v, _MM_SHUFFLE(3, 1, 2, 0))}; }
+#elif PXL_BLOCKS == 4
+PXL_INLINE U8<4> spreadForInterleaving(U8<4> a) {
+    return {_mm512_permutexvar_epi64(_mm512_setr_epi64(0, 4, 1, 5, 2, 6, 3, 7), a.v)};
+}
+PXL_INLINE U8<4> sortedAfterPacking(U8<4> a) {
+    return {_mm512_permutexvar_epi64(_mm512_setr_epi64(0, 2, 4, 6, 1, 3, 5, 7), a.v)};
+}
+#endif
+
+template <class V>
+PXL_INLINE V spreadForInterleaving(V a) {
+    return as<V>(spreadForInterleaving(as<U8<V::kN>>(a)));
+}
+
+template <int N>
+PXL_INLINE U8<N> packSat(Consecutive<I16<N>> a) {
+    return sortedAfterPacking(packSatU8(a.first, a.second));
+}
+template <int N>
+PXL_INLINE I16<N> packSat(Consecutive<I32<N>> a) {
+    return as<I16<N>>(sortedAfterPacking(as<U8<N>>(packSatI16(a.first, a.second))));
+}
+
 // ---- two destinations: parts of each block to each
 
 // The lower 8 bytes of block i to p + 8 * i, the upper 8 to q + 8 * i.

@@ -176,6 +176,21 @@ PXL_FOR_EACH_N(PXL_LOGIC_N, U16)
 PXL_FOR_EACH_N(PXL_LOGIC_N, I16)
 PXL_FOR_EACH_N(PXL_LOGIC_N, I32)
 
+template <int N>
+PXL_INLINE U8<N> bitNot(U8<N> a) {
+    return bitXor(a, fill<U8<N>>(255));
+}
+template <int N>
+PXL_INLINE U16<N> bitNot(U16<N> a) {
+    return bitXor(a, fill<U16<N>>(65535));
+}
+
+// (a + b) >> 1
+template <class V>
+PXL_INLINE V floorAverage(V a, V b) {
+    return subWrap(average(a, b), bitAnd(bitXor(a, b), fill<V>(1)));
+}
+
 // choose(mask, a, b): b where the mask is set, a elsewhere.
 #define PXL_CHOOSE_N(N, prefix, whole, A, op) \
     PXL_INLINE A<N> choose(A<N> mask, A<N> a, A<N> b) { return {prefix##op(a.v, b.v, mask.v)}; }

@@ -77,6 +77,19 @@ struct Planar3 {
 template <class T>
 Planar3(RowOf<T, 3>) -> Planar3<T>;
 
+// Loads two vectors a plane, whose results pack into one.
+template <class T>
+struct WidePlanar3 {
+    RowOf<T, 3> row;
+    template <class How>
+    PXL_INLINE auto load(How how, Index x) const {
+        return Channels3{loadConsecutive(how, row.plane[0] + x), loadConsecutive(how, row.plane[1] + x),
+                         loadConsecutive(how, row.plane[2] + x)};
+    }
+};
+template <class T>
+WidePlanar3(RowOf<T, 3>) -> WidePlanar3<T>;
+
 // The same pixels with the channels in opposite order: BGR where the kernel says RGB.
 template <class Pixels>
 struct Reversed {

@@ -115,7 +115,7 @@ std::string faultsOf(Call& call) {
     return found;
 }
 
-PxlStatus statusOf(Fault fault) {
+PxlStatus statusOf(Fault fault, const Export& function) {
     switch (fault) {
         case Fault::range:
             return pxlStatusBadRange;
@@ -123,7 +123,7 @@ PxlStatus statusOf(Fault fault) {
         case Fault::entry:
             return pxlStatusNullPointer;
         case Fault::size:
-            return pxlStatusBadSize;
+            return function.acceptsEmpty ? pxlStatusOk : pxlStatusBadSize;
         case Fault::step:
             return pxlStatusBadStep;
     }
@@ -204,7 +204,7 @@ std::string checkOrderFaults(const Export& function, std::string_view order) {
             const Fault earlier = faultOf(order[i]), later = faultOf(order[j]);
             for (const Mistake& first : mistakes(earlier, function)) {
                 for (const Mistake& second : mistakes(later, function)) {
-                    found += faultsWith(call, {&first, &second}, statusOf(earlier));
+                    found += faultsWith(call, {&first, &second}, statusOf(earlier, function));
                 }
             }
         }

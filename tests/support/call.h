@@ -38,7 +38,7 @@ std::string faultsOf(Call& call);
 
 enum class Fault { range, pointer, entry, size, step };
 
-PxlStatus statusOf(Fault fault);
+PxlStatus statusOf(Fault fault, const catalog::Export& function);
 
 // A change to the arguments of a call that makes one fault.
 struct Mistake {

@@ -86,7 +86,7 @@ TEST_P(Sweep, wrongArguments) {
         for (const Fault fault : {Fault::range, Fault::pointer, Fault::entry, Fault::size, Fault::step}) {
             if (fault == Fault::step && !function.testsSteps) continue;
             for (const Mistake& mistake : mistakes(fault, function)) {
-                EXPECT_EQ(faultsWith(call, {&mistake}, statusOf(fault)), "");
+                EXPECT_EQ(faultsWith(call, {&mistake}, statusOf(fault, function)), "");
             }
         }
     }

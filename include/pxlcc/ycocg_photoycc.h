@@ -1,0 +1,116 @@
+/* pxlCC: RGB and BGR to and from YCoCg, plain and reversible. C99 and C++. */
+#ifndef PXLCC_YCOCG_PHOTOYCC_H
+#define PXLCC_YCOCG_PHOTOYCC_H
+
+#include "types.h"
+
+#ifdef __cplusplus
+extern "C" {
+#endif
+
+/*
+ * YCoCg
+ * =====
+ *
+ * Luma, orange chroma and green chroma by additions and shifts only. All sums are of 32-bit integers, all shifts
+ * arithmetic (floor division), and every pixel of an image gets the same form.
+ *
+ * Plain, rounded, hence not exactly invertible:
+ *     Y = (R + 2G + B + 2) >> 2    Co = (R - B + 1) >> 1    Cg = (2G - R - B + 2) >> 2
+ *     R = Y + Co - Cg              G = Y + Cg               B = Y - Co - Cg
+ * Reversible (_Rev; the lifting form YCoCg-R), which gives back every pixel as it was if the planes hold Co and Cg,
+ * which need one bit more than the samples: Co = R - B       t = B + (Co >> 1)    Cg = G - t           Y = t + (Cg >>
+ * 1) t = Y - (Cg >> 1)    G = Cg + t       B = t - (Co >> 1)    R = B + Co
+ *
+ * Shapes. Interleaved pixels on one side: C3 is three samples a pixel in the order of the name (R,G,B - B,G,R), C4 a
+ * fourth besides, which encoders ignore and decoders set to `aval`. SBGR is BGR of signed 16-bit samples. On the other
+ * side three planes Y, Co, Cg that share one step. Steps are signed byte distances and are not checked. Any width and
+ * height from 1.
+ *
+ * Status, of all in this order: pxlStatusNullPointer for an image, a plane array or one of its entries; then a width or
+ * height below 1, which is pxlStatusBadSize to some functions, while others convert nothing and return pxlStatusOk, as
+ * said with each group; else pxlStatusOk.
+ */
+
+/*
+ * RGB to planes of bytes, plain: Y 0..255; Co + 128 and Cg + 128, of which the largest, 256, is stored as 255.
+ * An empty region is pxlStatusBadSize.
+ */
+PXLCC_API PxlStatus pxliRGBToYCoCg_8u_C3P3R(const Pxl8u* pSrc, int srcStep, Pxl8u* pDst[3], int dstStep,
+                                            PxlSize roiSize);
+
+/* And back, limited to 0..255. An empty region is no error. */
+PXLCC_API PxlStatus pxliYCoCgToRGB_8u_P3C3R(const Pxl8u* pSrc[3], int srcStep, Pxl8u* pDst, int dstStep,
+                                            PxlSize roiSize);
+
+/* BGR bytes to signed 16-bit planes, chroma without an offset. An empty region is pxlStatusBadSize. */
+PXLCC_API PxlStatus pxliBGRToYCoCg_8u16s_C3P3R(const Pxl8u* pSrc, int srcStep, Pxl16s* pDst[3], int dstStep,
+                                               PxlSize roiSize);
+PXLCC_API PxlStatus pxliBGRToYCoCg_8u16s_C4P3R(const Pxl8u* pSrc, int srcStep, Pxl16s* pDst[3], int dstStep,
+                                               PxlSize roiSize);
+PXLCC_API PxlStatus pxliBGRToYCoCg_Rev_8u16s_C3P3R(const Pxl8u* pSrc, int srcStep, Pxl16s* pDst[3], int dstStep,
+                                                   PxlSize roiSize);
+PXLCC_API PxlStatus pxliBGRToYCoCg_Rev_8u16s_C4P3R(const Pxl8u* pSrc, int srcStep, Pxl16s* pDst[3], int dstStep,
+                                                   PxlSize roiSize);
+
+/* And back, limited to 0..255. An empty region is no error. */
+PXLCC_API PxlStatus pxliYCoCgToBGR_16s8u_P3C3R(const Pxl16s* pSrc[3], int srcStep, Pxl8u* pDst, int dstStep,
+                                               PxlSize roiSize);
+PXLCC_API PxlStatus pxliYCoCgToBGR_16s8u_P3C4R(const Pxl16s* pSrc[3], int srcStep, Pxl8u* pDst, int dstStep,
+                                               PxlSize roiSize, Pxl8u aval);
+PXLCC_API PxlStatus pxliYCoCgToBGR_Rev_16s8u_P3C3R(const Pxl16s* pSrc[3], int srcStep, Pxl8u* pDst, int dstStep,
+                                                   PxlSize roiSize);
+PXLCC_API PxlStatus pxliYCoCgToBGR_Rev_16s8u_P3C4R(const Pxl16s* pSrc[3], int srcStep, Pxl8u* pDst, int dstStep,
+                                                   PxlSize roiSize, Pxl8u aval);
+
+/*
+ * Signed 16-bit BGR to signed 16-bit planes, which keep the low 16 bits: what Co and Cg have beyond them is lost, and
+ * with it the way back. An empty region is no error.
+ */
+PXLCC_API PxlStatus pxliSBGRToYCoCg_16s_C3P3R(const Pxl16s* pSrc, int srcStep, Pxl16s* pDst[3], int dstStep,
+                                              PxlSize roiSize);
+PXLCC_API PxlStatus pxliSBGRToYCoCg_16s_C4P3R(const Pxl16s* pSrc, int srcStep, Pxl16s* pDst[3], int dstStep,
+                                              PxlSize roiSize);
+PXLCC_API PxlStatus pxliSBGRToYCoCg_Rev_16s_C3P3R(const Pxl16s* pSrc, int srcStep, Pxl16s* pDst[3], int dstStep,
+                                                  PxlSize roiSize);
+PXLCC_API PxlStatus pxliSBGRToYCoCg_Rev_16s_C4P3R(const Pxl16s* pSrc, int srcStep, Pxl16s* pDst[3], int dstStep,
+                                                  PxlSize roiSize);
+
+/* And back, limited to -32768..32767. An empty region is pxlStatusBadSize. */
+PXLCC_API PxlStatus pxliYCoCgToSBGR_16s_P3C3R(const Pxl16s* pSrc[3], int srcStep, Pxl16s* pDst, int dstStep,
+                                              PxlSize roiSize);
+PXLCC_API PxlStatus pxliYCoCgToSBGR_16s_P3C4R(const Pxl16s* pSrc[3], int srcStep, Pxl16s* pDst, int dstStep,
+                                              PxlSize roiSize, Pxl16s aval);
+PXLCC_API PxlStatus pxliYCoCgToSBGR_Rev_16s_P3C3R(const Pxl16s* pSrc[3], int srcStep, Pxl16s* pDst, int dstStep,
+                                                  PxlSize roiSize);
+PXLCC_API PxlStatus pxliYCoCgToSBGR_Rev_16s_P3C4R(const Pxl16s* pSrc[3], int srcStep, Pxl16s* pDst, int dstStep,
+                                                  PxlSize roiSize, Pxl16s aval);
+
+/* Signed 16-bit BGR to signed 32-bit planes, which hold every value. An empty region is no error. */
+PXLCC_API PxlStatus pxliSBGRToYCoCg_16s32s_C3P3R(const Pxl16s* pSrc, int srcStep, Pxl32s* pDst[3], int dstStep,
+                                                 PxlSize roiSize);
+PXLCC_API PxlStatus pxliSBGRToYCoCg_16s32s_C4P3R(const Pxl16s* pSrc, int srcStep, Pxl32s* pDst[3], int dstStep,
+                                                 PxlSize roiSize);
+PXLCC_API PxlStatus pxliSBGRToYCoCg_Rev_16s32s_C3P3R(const Pxl16s* pSrc, int srcStep, Pxl32s* pDst[3], int dstStep,
+                                                     PxlSize roiSize);
+PXLCC_API PxlStatus pxliSBGRToYCoCg_Rev_16s32s_C4P3R(const Pxl16s* pSrc, int srcStep, Pxl32s* pDst[3], int dstStep,
+                                                     PxlSize roiSize);
+
+/*
+ * And back, limited to -32768..32767. Sums that leave 32 bits, which no planes of the encoders give, wrap.
+ * An empty region is pxlStatusBadSize.
+ */
+PXLCC_API PxlStatus pxliYCoCgToSBGR_32s16s_P3C3R(const Pxl32s* pSrc[3], int srcStep, Pxl16s* pDst, int dstStep,
+                                                 PxlSize roiSize);
+PXLCC_API PxlStatus pxliYCoCgToSBGR_32s16s_P3C4R(const Pxl32s* pSrc[3], int srcStep, Pxl16s* pDst, int dstStep,
+                                                 PxlSize roiSize, Pxl16s aval);
+PXLCC_API PxlStatus pxliYCoCgToSBGR_Rev_32s16s_P3C3R(const Pxl32s* pSrc[3], int srcStep, Pxl16s* pDst, int dstStep,
+                                                     PxlSize roiSize);
+PXLCC_API PxlStatus pxliYCoCgToSBGR_Rev_32s16s_P3C4R(const Pxl32s* pSrc[3], int srcStep, Pxl16s* pDst, int dstStep,
+                                                     PxlSize roiSize, Pxl16s aval);
+
+#ifdef __cplusplus
+}
+#endif
+
+#endif
