@@ -1,5 +1,6 @@
 #include "compare.h"
 
+#include <algorithm>
 #include <cmath>
 #include <cstring>
 #include <stdexcept>
@@ -30,40 +31,54 @@ void mustSucceed(bool success, const std::string& who, const catalog::Export& fu
     if (!success) throw std::runtime_error(who + " refuses its images for " + std::string(function.name));
 }
 
-double distanceOf(const Plane& plane, const std::vector<std::uint8_t>& other, int channels, int compared) {
-    const auto bytes = static_cast<std::int64_t>(catalog::bytesOf(plane.element));
-    double sum = 0;
-    for (std::int64_t i = 0; i * bytes < plane.bytes; ++i) {
-        if (i % channels >= compared) continue;
-        sum += std::fabs(readSample(plane.first + i * bytes, plane.element) -
-                         readSample(other.data() + i * bytes, plane.element));
-    }
-    return sum * channels / compared;
-}
-
 void runOnce(const Images& images, const Contender& contender) {
     for (const Plane& plane : images.destination) std::memset(plane.first, 0, static_cast<std::size_t>(plane.bytes));
     contender.prepare();
     contender.run();
 }
 
-// Mean absolute difference between what two contenders write; a fourth channel that is not converted does not count.
-double distance(const Images& images, const Contender& ours, const Contender& theirs) {
+// The samples that a contender leaves, in the form of an equation's; a fourth channel that is not converted does not
+// count.
+std::vector<std::vector<double>> samplesOf(const Images& images, const Contender& contender) {
     const catalog::ImageShape& shape = images.function.destination;
-    runOnce(images, ours);
-    std::vector<std::vector<std::uint8_t>> kept;
-    for (const Plane& plane : images.destination) kept.emplace_back(plane.first, plane.first + plane.bytes);
-    runOnce(images, theirs);
-    double sum = 0;
-    for (std::size_t i = 0; i < kept.size(); ++i) {
-        const int channels = shape.planes[i].channels;
-        sum += distanceOf(images.destination[i], kept[i], channels, shape.layout == "AC4" ? 3 : channels);
+    runOnce(images, contender);
+    std::vector<std::vector<double>> samples;
+    for (const Plane& plane : images.destination) {
+        const std::size_t bytes = catalog::bytesOf(plane.element);
+        samples.emplace_back(static_cast<std::size_t>(plane.bytes) / bytes);
+        for (std::size_t i = 0; i < samples.back().size(); ++i) {
+            samples.back()[i] =
+                shape.layout == "AC4" && i % 4 == 3 ? std::nan("") : readSample(plane.first + i * bytes, plane.element);
+        }
     }
-    return sum * static_cast<double>(catalog::bytesOf(shape.planes[0].element)) /
-           static_cast<double>(images.bytesWritten);
+    return samples;
+}
+
+void runOurs(const catalog::Export& function, catalog::Values& values, Target target) {
+    useTarget(target);
+    mustSucceed(function.call(values.begin()) == pxlStatusOk, "this library", function);
+}
+
+// How far everybody's samples are from the equation, and the peers' from ours. Large frames are left out: the values do
+// not depend on the size.
+void judge(const Images& images, const std::vector<Contender>& contenders, std::size_t firstPeer, Result& result) {
+    if (images.pixels() > 1 << 18) return;
+    const auto equation = equationOf(images);
+    const auto ours = samplesOf(images, contenders[firstPeer - 1]);
+    if (equation) result.distance = distanceFrom(*equation, images.destination);
+    for (std::size_t i = firstPeer; i < contenders.size(); ++i) {
+        PeerResult& peer = result.peers[contenders[i].name];
+        runOnce(images, contenders[i]);
+        peer.fromOurs = distanceFrom(ours, images.destination).mean;
+        if (equation) peer.distance = distanceFrom(*equation, images.destination);
+    }
 }
 
 }  // namespace
+
+bool isAsAccurate(const PeerResult& peer, const Result& result) {
+    return !peer.distance || !result.distance || peer.distance->mean <= 1.02 * result.distance->mean;
+}
 
 Result compare(const Arena& arena, const catalog::Export& function, PxlSize size, double seconds) {
     const Images images(arena, function, size);
@@ -74,13 +89,11 @@ Result compare(const Arena& arena, const catalog::Export& function, PxlSize size
         // An in-place picture is converted again and again; sixteen times are far from making its floats subnormal.
         contenders.push_back({name, std::move(run), [&] { images.restore(); }, function.inPlace ? 16 : 1 << 20});
     };
-    add("copy", [&] { images.copy(); });
+    add("memcpy", [&] { images.copy(); });
+    add("copy loop", [&] { images.copyInLoop(); });
+    constexpr std::size_t kCopies = 2;
     for (const auto& [target, name] : kTargets) {
-        if (!processorRuns(target)) continue;
-        add(name, [&, target = target] {
-            useTarget(target);
-            mustSucceed(function.call(values.begin()) == pxlStatusOk, "this library", function);
-        });
+        if (processorRuns(target)) add(name, [&, target = target] { runOurs(function, values, target); });
     }
     const std::size_t firstPeer = contenders.size();
     Result result;
@@ -97,14 +110,29 @@ Result compare(const Arena& arena, const catalog::Export& function, PxlSize size
         result.spreads.push_back(contender.spread);
         return contender.seconds * 1e9 / static_cast<double>(images.pixels());
     };
-    result.copyNanoseconds = nanoseconds(contenders[0]);
-    for (std::size_t i = 1; i < firstPeer; ++i) result.nanoseconds[i - 1] = nanoseconds(contenders[i]);
+    result.copyNanoseconds = std::min(nanoseconds(contenders[0]), nanoseconds(contenders[1]));
+    for (std::size_t i = kCopies; i < firstPeer; ++i) result.nanoseconds[i - kCopies] = nanoseconds(contenders[i]);
     for (std::size_t i = firstPeer; i < contenders.size(); ++i) {
         PeerResult& peer = result.peers[contenders[i].name];
         peer.nanoseconds = nanoseconds(contenders[i]);
-        peer.distance = distance(images, contenders[firstPeer - 1], contenders[i]);
     }
+    judge(images, contenders, firstPeer, result);
     return result;
+}
+
+std::vector<double> callTimes(const Arena& arena, const catalog::Export& function, PxlSize size, double seconds) {
+    const Images images(arena, function, size);
+    catalog::Values values(function, argumentsFor(images));
+    std::vector<Contender> contenders;
+    for (const auto& [target, name] : kTargets) {
+        if (!processorRuns(target)) continue;
+        contenders.push_back(
+            {name, [&, target = target] { runOurs(function, values, target); }, [&] { images.restore(); }});
+    }
+    measure(contenders, seconds);
+    std::vector<double> nanoseconds;
+    for (const Contender& contender : contenders) nanoseconds.push_back(contender.seconds * 1e9);
+    return nanoseconds;
 }
 
 }  // namespace pxl::bench

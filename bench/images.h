@@ -60,7 +60,8 @@ public:
     std::int64_t pixels() const { return std::int64_t{size.width} * size.height; }
 
     // A plain copy of half as many bytes as the conversion reads and writes together, between the same two images.
-    void copy() const;
+    void copy() const;        // as the C library does it
+    void copyInLoop() const;  // as a loop over vectors does it: between caches the C library's way may be slower
     // The destination of an in-place function gets its pixels back.
     void restore() const;
 

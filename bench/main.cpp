@@ -19,7 +19,7 @@ namespace {
 struct Options {
     std::vector<std::string> filters;
     double seconds = 100;
-    std::string size = "both";
+    std::string size = "all";
     bool listOnly = false;
 };
 
@@ -36,12 +36,41 @@ PxlSize smallSize(const catalog::Export& function) {
 
 PxlSize largeSize(const catalog::Export&) { return {1920, 1080}; }
 
+PxlSize hugeSize(const catalog::Export&) { return {7680, 4320}; }
+
+// In frames of 7680x4320 all that matters is how rows meet memory, so a few functions of each kind stand for the rest.
+bool standsForOthers(const catalog::Export& function) {
+    static constexpr std::string_view kNames[] = {"pxliRGBToYCbCr_8u_C3R",
+                                                  "pxliYCbCrToBGR_8u_P3C3R",
+                                                  "pxliBGRToYCbCr420_8u_C3P3R",
+                                                  "pxliYCbCr420ToBGR_8u_P2C4R",
+                                                  "pxliRGBToGray_8u_C3C1R",
+                                                  "pxliRGBToGray_32f_C3C1R",
+                                                  "pxliColorTwist32f_16u_C3R",
+                                                  "pxliGammaFwd_16u_C3R",
+                                                  "pxliYCbCr422_8u_C2P3R",
+                                                  "pxliYCbCr420_8u_P3P2R",
+                                                  "pxliYCbCr422ToYCbCr420_8u_C2P3R",
+                                                  "pxliYCbCr422ToBGR_8u_C2C3R",
+                                                  "pxliBGRToYCbCr422_8u_C3C2R",
+                                                  "pxliBGRToLab_8u_C3R",
+                                                  "pxliRGBToHLS_8u_C3R",
+                                                  "pxliRGBToYUV_8u_C3R",
+                                                  "pxliBGRToYCoCg_8u_C3P3R",
+                                                  "pxliReduceBits_8u_C1R"};
+    return std::ranges::find(kNames, function.name) != std::end(kNames);
+}
+
 struct SizeClass {
     const char* option;
     const char* title;
     PxlSize (*size)(const catalog::Export&);
+    bool (*takes)(const catalog::Export&);  // without being asked for
 };
-constexpr SizeClass kSizes[] = {{"large", "1920x1080", largeSize}, {"small", "in the second-level cache", smallSize}};
+constexpr auto kEach = [](const catalog::Export&) { return true; };
+constexpr SizeClass kSizes[] = {{"huge", "7680x4320", hugeSize, standsForOthers},
+                                {"large", "1920x1080", largeSize, kEach},
+                                {"small", "in the second-level cache", smallSize, kEach}};
 
 std::vector<const catalog::Export*> chosen(const Options& options) {
     std::vector<const catalog::Export*> functions;
@@ -55,6 +84,85 @@ std::vector<const catalog::Export*> chosen(const Options& options) {
     return functions;
 }
 
+struct Comparison {
+    const SizeClass* size;
+    const catalog::Export* function;
+};
+
+void progress(std::size_t done, std::size_t all) {
+    if (isatty(STDERR_FILENO) == 0) return;
+    if (done < all) std::fprintf(stderr, "\r%zu of %zu ", done + 1, all);
+    if (done == all) std::fprintf(stderr, "\r                    \r");
+}
+
+// The accuracy is measured at the small size, and holds for all.
+void fillIn(std::vector<Place>& places) {
+    for (Place& place : places) {
+        for (Result& result : place.results) {
+            const auto same = std::ranges::find(places.back().results, result.function, &Result::function);
+            if (same == places.back().results.end()) continue;
+            result.distance = same->distance;
+            for (auto& [library, peer] : result.peers) peer.distance = same->peers.at(library).distance;
+        }
+    }
+}
+
+void compareAll(const std::vector<const catalog::Export*>& functions, const Options& options) {
+    std::vector<Comparison> comparisons;
+    std::int64_t largest = 0;
+    for (std::size_t at = 0; at < functions.size();) {  // family by family, size by size
+        const std::size_t first = at;
+        while (at < functions.size() && functions[at]->family == functions[first]->family) ++at;
+        for (const SizeClass& size : kSizes) {
+            for (std::size_t i = first; i < at; ++i) {
+                if (options.size != size.option && (options.size != "all" || !size.takes(*functions[i]))) continue;
+                comparisons.push_back({&size, functions[i]});
+                const PxlSize pixels = size.size(*functions[i]);
+                largest = std::max({largest, bytesRead(*functions[i], pixels), bytesWritten(*functions[i], pixels)});
+            }
+        }
+    }
+    const Arena arena(largest);
+    const double seconds = std::min(options.seconds / static_cast<double>(comparisons.size()), 1.0);
+    std::vector<Place> places;
+    for (const SizeClass& size : kSizes) places.push_back({size.title, {}});
+    std::vector<double> spreads;
+    std::vector<Result> results;
+    for (std::size_t i = 0; i < comparisons.size(); ++i) {
+        progress(i, comparisons.size());
+        const auto [size, function] = comparisons[i];
+        results.push_back(compare(arena, *function, size->size(*function), seconds));
+        const Result& result = results.back();
+        spreads.insert(spreads.end(), result.spreads.begin(), result.spreads.end());
+        places[static_cast<std::size_t>(size - kSizes)].results.push_back(result);
+        const bool familyEnds = i + 1 == comparisons.size() || comparisons[i + 1].function->family != function->family;
+        if (!familyEnds && comparisons[i + 1].size == size) continue;
+        printTimes(size->title, results);
+        if (familyEnds) printPeers(results);
+        std::cout << std::flush;
+        results.clear();
+    }
+    progress(comparisons.size(), comparisons.size());
+    fillIn(places);
+    std::erase_if(places, [](const Place& place) { return place.results.empty(); });
+    printSummary(places);
+    std::cout << "The best round stands in the tables. The median round took " << std::lround(median(spreads) * 100)
+              << " % longer (median of all measurements): the less, the quieter was the machine.\n\n";
+}
+
+void timeTiles(const std::vector<const catalog::Export*>& functions) {
+    constexpr PxlSize kTile = {16, 16};
+    constexpr double kSeconds = 0.02;
+    const Arena arena(1 << 20);
+    std::vector<TileTime> times;
+    for (const catalog::Export* function : functions) {
+        TileTime time = {function, {}};
+        std::ranges::copy(callTimes(arena, *function, kTile, kSeconds), time.nanoseconds);
+        times.push_back(time);
+    }
+    printTiles(times);
+}
+
 void run(const Options& options) {
     const auto functions = chosen(options);
     if (functions.empty()) throw std::runtime_error("no function has such a name");
@@ -62,44 +170,9 @@ void run(const Options& options) {
         for (const auto* function : functions) std::cout << function->name << "\n";
         return;
     }
-    std::vector<SizeClass> sizes;
-    for (const SizeClass& size : kSizes) {
-        if (options.size == "both" || options.size == size.option) sizes.push_back(size);
-    }
-    std::int64_t largest = 0;
-    for (const auto* function : functions) {
-        for (const SizeClass& size : sizes) {
-            largest = std::max(
-                {largest, bytesRead(*function, size.size(*function)), bytesWritten(*function, size.size(*function))});
-        }
-    }
-    const Arena arena(largest);
-    const std::size_t comparisons = functions.size() * sizes.size();
-    const double seconds = std::min(options.seconds / static_cast<double>(comparisons), 1.0);
-
     printSetting();
-    const bool showsProgress = isatty(STDERR_FILENO) != 0;
-    std::vector<double> spreads;
-    std::size_t done = 0;
-    for (auto first = functions.begin(); first != functions.end();) {
-        const auto last = std::find_if(first, functions.end(), [&](auto* f) { return f->family != (*first)->family; });
-        std::vector<Result> results;
-        for (const SizeClass& size : sizes) {
-            results.clear();
-            for (auto function = first; function != last; ++function) {
-                if (showsProgress) std::fprintf(stderr, "\r%zu of %zu ", ++done, comparisons);
-                results.push_back(compare(arena, **function, size.size(**function), seconds));
-                spreads.insert(spreads.end(), results.back().spreads.begin(), results.back().spreads.end());
-            }
-            if (showsProgress) std::fprintf(stderr, "\r                    \r");
-            printTimes(size.title, results);
-        }
-        printPeers(results);
-        std::cout << std::flush;
-        first = last;
-    }
-    std::cout << "The best round stands in the tables. The median round took " << std::lround(median(spreads) * 100)
-              << " % longer (median of all measurements): the less, the quieter was the machine.\n";
+    if (options.size != "tile") compareAll(functions, options);
+    if (options.size == "all" || options.size == "tile") timeTiles(functions);
 }
 
 }  // namespace
@@ -112,9 +185,9 @@ int main(int argc, char** argv) {
     app.add_option("--seconds", options.seconds, "what the whole run may take, about")
         ->capture_default_str()
         ->check(CLI::PositiveNumber);
-    app.add_option("--size", options.size, "large, small or both")
+    app.add_option("--size", options.size, "huge, large, small, tile or all: huge for a choice of functions")
         ->capture_default_str()
-        ->check(CLI::IsMember({"large", "small", "both"}));
+        ->check(CLI::IsMember({"huge", "large", "small", "tile", "all"}));
     app.add_flag("--list", options.listOnly, "only the names");
     CLI11_PARSE(app, argc, argv);
     try {
