@@ -1,6 +1,7 @@
 #include "catalog.h"
 
 #include <algorithm>
+#include <cstring>
 #include <stdexcept>
 #include <type_traits>
 #include <utility>
@@ -21,7 +22,7 @@ struct Extras {
 
 // ---- from the function's type
 
-enum class Kind { image, planes, step, steps, size, weights, matrix, integer, real };
+enum class Kind { image, planes, step, steps, size, weights, matrix, integer, real, rectangle, grid };
 
 struct TypeInfo {
     Kind kind;
@@ -44,8 +45,12 @@ constexpr Element elementOf() {
 // A pointer to int is a step array: no function takes a lone plane of 32-bit signed samples.
 template <class T>
 constexpr TypeInfo infoOf(bool afterSize) {
-    if constexpr (std::is_same_v<T, PxlSize>) {
+    if constexpr (std::is_same_v<T, PxlSize> || std::is_same_v<T, PxlSizeL>) {
         return {Kind::size};
+    } else if constexpr (std::is_same_v<T, PxlRect> || std::is_same_v<T, PxlRectL>) {
+        return {Kind::rectangle};
+    } else if constexpr (std::is_same_v<T, PxlBayerGrid>) {
+        return {Kind::grid};
     } else if constexpr (std::is_pointer_v<T>) {
         using Pointee = std::remove_pointer_t<T>;
         using Plain = std::remove_const_t<Pointee>;
@@ -57,11 +62,12 @@ constexpr TypeInfo infoOf(bool afterSize) {
         } else if constexpr (std::is_same_v<Plain, int>) {
             return {Kind::steps};
         } else {
-            return {afterSize ? Kind::weights : Kind::image, elementOf<Plain>(), std::is_const_v<Pointee>};
+            return {afterSize && std::is_const_v<Pointee> ? Kind::weights : Kind::image, elementOf<Plain>(),
+                    std::is_const_v<Pointee>};
         }
     } else if constexpr (std::is_floating_point_v<T>) {
         return {Kind::real, elementOf<T>()};
-    } else if constexpr (std::is_same_v<T, int>) {
+    } else if constexpr (std::is_same_v<T, int> || std::is_same_v<T, std::int64_t>) {
         return {Kind::step};
     } else {
         return {Kind::integer, elementOf<T>()};
@@ -72,6 +78,12 @@ template <class T>
 T argument(const Value& value) {
     if constexpr (std::is_same_v<T, PxlSize>) {
         return value.size;
+    } else if constexpr (std::is_same_v<T, PxlSizeL>) {
+        return {value.size.width, value.size.height};
+    } else if constexpr (std::is_same_v<T, PxlRect>) {
+        return value.rectangle;
+    } else if constexpr (std::is_same_v<T, PxlRectL>) {
+        return {value.rectangle.x, value.rectangle.y, value.rectangle.width, value.rectangle.height};
     } else if constexpr (std::is_same_v<T, const int*>) {
         return value.steps;
     } else if constexpr (std::is_same_v<T, int*>) {
@@ -80,6 +92,10 @@ T argument(const Value& value) {
         return static_cast<T>(value.pointer);
     } else if constexpr (std::is_floating_point_v<T>) {
         return static_cast<T>(value.real);
+    } else if constexpr (std::is_enum_v<T>) {
+        T code;  // also one that no enumerator has
+        std::memcpy(&code, &value.integer, sizeof code);
+        return code;
     } else {
         return static_cast<T>(value.integer);
     }
@@ -115,6 +131,8 @@ std::vector<Parameter> rolesOf(const std::vector<TypeInfo>& types, Sides& sides)
     std::vector<Parameter> parameters;
     int sourcePlanes = 0, destinationPlanes = 0;
     bool ofSource = false, lowSeen = false;  // which side the last image pointer belongs to; vMin has come
+    bool gridSeen = false;
+    const bool hasGrid = std::ranges::count(types, Kind::grid, &TypeInfo::kind) > 0;
     for (const TypeInfo& type : types) {
         Parameter parameter = {.role = Role::size, .element = type.element};
         switch (type.kind) {
@@ -131,7 +149,7 @@ std::vector<Parameter> rolesOf(const std::vector<TypeInfo>& types, Sides& sides)
                 (ofSource ? sides.sourceArray : sides.destinationArray) = true;
                 break;
             case Kind::step:
-                parameter.role = ofSource ? Role::sourceStep : Role::destinationStep;
+                parameter.role = gridSeen ? Role::reserved : ofSource ? Role::sourceStep : Role::destinationStep;
                 parameter.plane = std::max(0, (ofSource ? sourcePlanes : destinationPlanes) - 1);
                 break;
             case Kind::steps:
@@ -141,7 +159,14 @@ std::vector<Parameter> rolesOf(const std::vector<TypeInfo>& types, Sides& sides)
             case Kind::size:
                 break;
             case Kind::weights:
-                parameter.role = Role::weights;
+                parameter.role = hasGrid ? Role::gains : Role::weights;
+                break;
+            case Kind::rectangle:
+                parameter.role = Role::rectangle;
+                break;
+            case Kind::grid:
+                parameter.role = Role::grid;
+                gridSeen = true;
                 break;
             case Kind::matrix:
                 parameter.role = Role::matrix;
@@ -246,6 +271,9 @@ bool Parameter::isPointer() const {
         case Role::alpha:
         case Role::rangeLow:
         case Role::rangeHigh:
+        case Role::rectangle:
+        case Role::grid:
+        case Role::reserved:
             return false;
         default:
             return true;
@@ -329,6 +357,18 @@ Values::Values(const Export& function, const Arguments& arguments) : values_(fun
                 break;
             case Role::rangeHigh:
                 value.real = arguments.rangeHigh;
+                break;
+            case Role::rectangle:
+                value.rectangle = {0, 0, arguments.size.width, arguments.size.height};
+                break;
+            case Role::grid:
+                value.integer = arguments.grid;
+                break;
+            case Role::gains:
+                value.pointer = const_cast<float*>(arguments.gains);
+                break;
+            case Role::reserved:
+                value.integer = 0;
                 break;
         }
     }

@@ -62,6 +62,10 @@ enum class Role {
     matrix,     // pointer to a float matrix, 3 x 4 or (ColorTwist_32f_C4R) 4 x 4
     rangeLow,   // vMin
     rangeHigh,  // vMax
+    rectangle,  // of the source image: the pixels that are converted; as large as the size
+    grid,       // PxlBayerGrid
+    gains,      // pointer to 3 float factors of the result, may be null
+    reserved,   // an integer that the function does not look at
 };
 
 struct Parameter {
@@ -78,6 +82,7 @@ union Value {
     std::int64_t integer;  // step, integral alpha
     double real;           // float alpha and ranges
     PxlSize size;
+    PxlRect rectangle;
 };
 
 struct Export {
@@ -119,6 +124,8 @@ struct Arguments {
     const float* matrix = nullptr;
     double rangeLow = 0;
     double rangeHigh = 1;
+    int grid = pxlBayRGGB;
+    const float* gains = nullptr;
 };
 
 // Calls the function. Planes that share one step in its signature must have equal steps here, or std::invalid_argument

@@ -84,6 +84,8 @@ NameParts parseName(std::string_view name, Element source, Element destination) 
     NameParts parts;
     const std::size_t to = spaces.find("To", 1);
     parts.source = parseSpace(spaces.substr(0, to), {});
+    // the samples behind a colour filter: one colour a pixel
+    if (spaces.substr(0, 3) == "CFA") parts.source.space = "Bayer";
     // ColorTwist, GammaFwd ...: an operation on any colours. A lone YCbCr420 is a change of layout.
     if (to == std::string_view::npos && spaces.front() != 'Y') parts.source.space = "Color";
     parts.destination =

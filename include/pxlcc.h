@@ -15,6 +15,7 @@
 #ifndef PXLCC_H
 #define PXLCC_H
 
+#include "pxlcc/demosaic.h"
 #include "pxlcc/graytwistgamma.h"
 #include "pxlcc/types.h"
 #include "pxlcc/ycbcr.h"

@@ -124,6 +124,9 @@ PXL_BINARY(maximum, I16, max_epi16)
 PXL_BINARY(minimum, I32, min_epi32)
 PXL_BINARY(maximum, I32, max_epi32)
 
+PXL_UNARY(absolute, I16, I16, abs_epi16)  // of the lowest number itself
+PXL_UNARY(absolute, I32, I32, abs_epi32)
+
 PXL_BINARY(add, F32, add_ps)
 PXL_BINARY(sub, F32, sub_ps)
 PXL_BINARY(mul, F32, mul_ps)

@@ -178,4 +178,25 @@ PXL_INLINE void groupsAndTail(Index width, const Group& group, const Tail& tail)
     if (x < width) tail(Part{static_cast<int>(width - x)}, x);
 }
 
+// For bodies that may convert a pixel twice with the same result: the pixels left over are covered by a group
+// that ends
+// with them. Only a row of less than kPixels pixels is a Part.
+template <int kPixels, int N, class Body>
+PXL_INLINE void eachGroupUpTo(Blocks<N> how, Index width, const Body& body) {
+    constexpr Index kStep = kPixels * N;
+    for (Index x = 0;; x = x + 2 * kStep <= width ? x + kStep : width - kStep) {
+        body(how, x);
+        if (x + kStep >= width) return;
+    }
+}
+
+template <int kPixels, class Body>
+PXL_INLINE void eachGroupToEnd(Index width, const Body& body) {
+    if (width >= kPixels * kBlocks) return eachGroupUpTo<kPixels>(Blocks<kBlocks>{}, width, body);
+    if constexpr (kBlocks > 1) {
+        if (width >= kPixels) return eachGroupUpTo<kPixels>(Blocks<1>{}, width, body);
+    }
+    if (width > 0) body(Part{static_cast<int>(width)}, 0);
+}
+
 PXL_END_TARGET

@@ -70,6 +70,9 @@ Call::Call(const Export& f, PxlSize size, const Placement& sourcePlacement, cons
     arguments.destination = destination.planes();
     arguments.matrix = matrix_;
     arguments.alpha = random.below(256);
+    arguments.grid = random.below(4);
+    for (float& gain : gains_) gain = static_cast<float>(random.between(0, 2));
+    if (random.oneIn(2)) arguments.gains = gains_;
     arguments.rangeLow = random.oneIn(2) ? 0 : random.between(-2, 0);
     arguments.rangeHigh = random.oneIn(2) ? 1 : random.between(0.5, 3);
     for (const Parameter& parameter : f.parameters) {
@@ -126,6 +129,8 @@ PxlStatus statusOf(Fault fault, const Export& function) {
             return function.acceptsEmpty ? pxlStatusOk : pxlStatusBadSize;
         case Fault::step:
             return pxlStatusBadStep;
+        case Fault::grid:
+            return pxlStatusBadArgument;
     }
     return pxlStatusOk;
 }
@@ -142,7 +147,8 @@ std::vector<Mistake> mistakes(Fault fault, const Export& f) {
             add("empty range", [i](Values& values) { values[i].real = values[i - 1].real; });
             add("negative range", [i](Values& values) { values[i].real = values[i - 1].real - 1; });
         }
-        if (fault == Fault::pointer && f.parameters[i].isPointer() && role != Role::weights && !steps) {
+        if (fault == Fault::pointer && f.parameters[i].isPointer() && role != Role::weights && role != Role::gains &&
+            !steps) {
             add("null", [i](Values& values) { values[i].pointer = nullptr; });
         }
         if (fault == Fault::entry && (source || role == Role::destinationPlanes)) {
@@ -160,6 +166,11 @@ std::vector<Mistake> mistakes(Fault fault, const Export& f) {
             for (const int height : {f.minimumHeight - 1, 0, -1, INT_MIN}) {
                 add("height " + std::to_string(height),
                     [i, height](Values& values) { values[i].size.height = height; });
+            }
+        }
+        if (fault == Fault::grid && role == Role::grid) {
+            for (const int code : {4, -1, INT_MIN, INT_MAX}) {
+                add("grid " + std::to_string(code), [i, code](Values& values) { values[i].integer = code; });
             }
         }
         if (fault == Fault::step && (role == Role::sourceStep || role == Role::destinationStep)) {
@@ -194,6 +205,7 @@ std::string checkOrderFaults(const Export& function, std::string_view order) {
                : letter == 'p' ? Fault::pointer
                : letter == 'e' ? Fault::entry
                : letter == 's' ? Fault::size
+               : letter == 'g' ? Fault::grid
                                : Fault::step;
     };
     Random random(1);

@@ -28,6 +28,7 @@ private:
     double weights64_[3];
     float weights32_[3];
     float matrix_[16];
+    float gains_[3];
 };
 
 // Runs the call on every target that the processor runs. Empty if all give the same status and bytes, write inside the
@@ -36,7 +37,7 @@ std::string faultsOf(Call& call);
 
 // ---- wrong arguments
 
-enum class Fault { range, pointer, entry, size, step };
+enum class Fault { range, pointer, entry, size, step, grid };
 
 PxlStatus statusOf(Fault fault, const catalog::Export& function);
 
@@ -52,7 +53,7 @@ std::vector<Mistake> mistakes(Fault fault, const catalog::Export& function);
 std::string faultsWith(Call& call, const std::vector<const Mistake*>& mistakes, PxlStatus expected);
 
 // Empty if of any two faults the one that comes first in `order` decides the status, in whichever way both are made.
-// `order` has a letter for each: r range, p pointers, e entries of plane arrays, s size, t steps.
+// `order` has a letter for each: r range, p pointers, e entries of plane arrays, s size, t steps, g grid.
 std::string checkOrderFaults(const catalog::Export& function, std::string_view order);
 
 }  // namespace pxl::test

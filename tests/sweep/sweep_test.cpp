@@ -83,7 +83,7 @@ TEST_P(Sweep, wrongArguments) {
     for (const catalog::Export& function : functions()) {
         Random random(2);
         Call call(function, {function.minimumWidth + 30, function.minimumHeight + 2}, {}, {}, random);
-        for (const Fault fault : {Fault::range, Fault::pointer, Fault::entry, Fault::size, Fault::step}) {
+        for (const Fault fault : {Fault::range, Fault::pointer, Fault::entry, Fault::size, Fault::step, Fault::grid}) {
             if (fault == Fault::step && !function.testsSteps) continue;
             for (const Mistake& mistake : mistakes(fault, function)) {
                 EXPECT_EQ(faultsWith(call, {&mistake}, statusOf(fault, function)), "");
