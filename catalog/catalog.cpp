@@ -15,6 +15,8 @@ namespace {
 struct Extras {
     int minimumWidth = 1;
     int minimumHeight = 1;
+    bool anyHeight = false;
+    int sizeMultiple = 1;
     bool testsSteps = false;
     bool acceptsEmpty = false;
     bool partialSourceSamples = false;  // a chroma sample of the source may serve fewer pixels at the end of a row
@@ -172,7 +174,7 @@ std::vector<Parameter> rolesOf(const std::vector<TypeInfo>& types, Sides& sides)
                 parameter.role = Role::matrix;
                 break;
             case Kind::integer:
-                parameter.role = Role::alpha;
+                parameter.role = type.element == Element::u32 ? Role::layoutCode : Role::alpha;
                 break;
             case Kind::real:
                 parameter.role = !hasRange ? Role::alpha : lowSeen ? Role::rangeHigh : Role::rangeLow;
@@ -197,6 +199,8 @@ Export describe(std::string_view name, std::string_view summary, const Family& f
     e.family = family.title;
     e.minimumWidth = std::max(own.minimumWidth, family.extras.minimumWidth);
     e.minimumHeight = std::max(own.minimumHeight, family.extras.minimumHeight);
+    e.anyHeight = own.anyHeight;
+    e.sizeMultiple = own.sizeMultiple;
     e.testsSteps = own.testsSteps || family.extras.testsSteps;
     e.acceptsEmpty = own.acceptsEmpty || family.extras.acceptsEmpty;
     Sides sides;
@@ -269,6 +273,7 @@ bool Parameter::isPointer() const {
         case Role::destinationStep:
         case Role::size:
         case Role::alpha:
+        case Role::layoutCode:
         case Role::rangeLow:
         case Role::rangeHigh:
         case Role::rectangle:
@@ -281,6 +286,11 @@ bool Parameter::isPointer() const {
 }
 
 bool Export::has(Role role) const { return std::ranges::find(parameters, role, &Parameter::role) != parameters.end(); }
+
+PxlSize Export::fitting(PxlSize size) const {
+    const auto rounded = [this](int extent) { return (extent + sizeMultiple - 1) / sizeMultiple * sizeMultiple; };
+    return {rounded(size.width), rounded(size.height)};
+}
 
 std::span<const Export> all() {
     static const std::vector<Export> list = build();
@@ -345,6 +355,9 @@ Values::Values(const Export& function, const Arguments& arguments) : values_(fun
                 } else {
                     value.integer = static_cast<std::int64_t>(arguments.alpha);
                 }
+                break;
+            case Role::layoutCode:
+                value.integer = arguments.layoutCode;
                 break;
             case Role::weights:
                 value.pointer = const_cast<void*>(arguments.weights);

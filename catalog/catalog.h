@@ -57,15 +57,16 @@ enum class Role {
     destinationStep,
     destinationSteps,
     size,
-    alpha,      // value of the fourth channel, of type `element`
-    weights,    // pointer to 3 floating-point weights, may be null
-    matrix,     // pointer to a float matrix, 3 x 4 or (ColorTwist_32f_C4R) 4 x 4
-    rangeLow,   // vMin
-    rangeHigh,  // vMax
-    rectangle,  // of the source image: the pixels that are converted; as large as the size
-    grid,       // PxlBayerGrid
-    gains,      // pointer to 3 float factors of the result, may be null
-    reserved,   // an integer that the function does not look at
+    alpha,       // value of the fourth channel, of type `element`
+    layoutCode,  // which part of a larger picture the region is: 1, 4, 16 or all of these bits
+    weights,     // pointer to 3 floating-point weights, may be null
+    matrix,      // pointer to a float matrix, 3 x 4 or (ColorTwist_32f_C4R) 4 x 4
+    rangeLow,    // vMin
+    rangeHigh,   // vMax
+    rectangle,   // of the source image: the pixels that are converted; as large as the size
+    grid,        // PxlBayerGrid
+    gains,       // pointer to 3 float factors of the result, may be null
+    reserved,    // an integer that the function does not look at
 };
 
 struct Parameter {
@@ -91,6 +92,8 @@ struct Export {
     std::string_view family;   // "YCbCr 4:4:4", "4:2:0 decoders" ...
     int minimumWidth = 1;
     int minimumHeight = 1;
+    bool anyHeight = false;  // below 1 it converts nothing
+    int sizeMultiple = 1;    // of width and height; others are refused
     bool inPlace = false;
     bool testsSteps = false;    // answers a step below 1 with pxlStatusBadStep
     bool acceptsEmpty = false;  // converts nothing, without an error, where the size is below the minimum
@@ -99,7 +102,8 @@ struct Export {
     std::vector<Parameter> parameters;
     PxlStatus (*call)(const Value* arguments) = nullptr;  // one value a parameter, in order
 
-    bool has(Role role) const;  // among the parameters
+    bool has(Role role) const;            // among the parameters
+    PxlSize fitting(PxlSize size) const;  // made larger where sizeMultiple asks for it
 };
 
 // All exports, in the order of the .def files.
@@ -120,6 +124,7 @@ struct Arguments {
     std::vector<PlaneRef> source;  // one a plane of source.planes
     std::vector<PlaneRef> destination;
     double alpha = 0;
+    std::uint32_t layoutCode = 1;
     const void* weights = nullptr;  // 3 elements of the function's weight type, or null for the default
     const float* matrix = nullptr;
     double rangeLow = 0;

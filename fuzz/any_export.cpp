@@ -48,7 +48,7 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
     const auto fault = static_cast<Fault>(input.below(16));  // most inputs make none
     const int which = input.below(64);
     Random random(static_cast<std::uint64_t>(input.below(65536)));
-    Call call(function, {width, height}, source, function.inPlace ? source : other, random);
+    Call call(function, function.fitting({width, height}), source, function.inPlace ? source : other, random);
     if (!input.rest().empty()) (function.inPlace ? call.destination : call.source).fill(input.rest());
 
     if (fault <= Fault::size || (fault == Fault::step && function.testsSteps)) {

@@ -17,6 +17,7 @@
 
 #include "pxlcc/demosaic.h"
 #include "pxlcc/graytwistgamma.h"
+#include "pxlcc/repack.h"
 #include "pxlcc/types.h"
 #include "pxlcc/ycbcr.h"
 #include "pxlcc/ycocg_photoycc.h"

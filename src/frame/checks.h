@@ -38,6 +38,11 @@ inline auto atLeast(PxlSize size, int width, int height) {
         [=]() -> PxlStatus { return size.width < width || size.height < height ? pxlStatusBadSize : pxlStatusOk; }};
 }
 
+// The width alone.
+inline auto atLeastWide(PxlSize size, int width) {
+    return Check{[=]() -> PxlStatus { return size.width < width ? pxlStatusBadSize : pxlStatusOk; }};
+}
+
 template <class... Steps>
 auto positiveSteps(Steps... steps) {
     return Check{[=]() -> PxlStatus { return ((steps < 1) || ...) ? pxlStatusBadStep : pxlStatusOk; }};

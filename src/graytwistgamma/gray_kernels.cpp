@@ -1,6 +1,7 @@
 #include "graytwistgamma/gray_kernels.h"
 
 #include "graytwistgamma/gray_forms.h"
+#include "simd/pairs.h"
 #include "simd/pixels.h"
 
 PXL_BEGIN_TARGET
@@ -66,7 +67,8 @@ void repeatC4(const T* src, T* dst, T alpha, Index width) {
 }
 
 void luma422(const Pxl8u* src, Pxl8u* dst, Index width) {
-    eachGroupAndPart<16>(width, [&](auto how, Index x) PXL_BODY { store(how, dst + x, loadEven(how, src + 2 * x)); });
+    eachGroupAndPart<16>(
+        width, [&](auto how, Index x) PXL_BODY { store(how, dst + x, separate(loadPairs(how, src + 2 * x)).c0); });
 }
 
 }  // namespace

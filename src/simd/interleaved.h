@@ -313,7 +313,6 @@ PXL_INLINE void storeBytes3Keep4th(Blocks<4> all, Pxl8u* p, Channels3<U8<4>> px)
 template <int kSize, int r>
 constexpr auto kTripled = lanes<kSize>([](int l) { return (r * Lanes<kSize>::kLanes + l) / 3; });
 
-constexpr auto kEven = lanes<1>([](int l) { return 2 * l; });
 constexpr auto kQuadsToPixels = lanes<4>([](int l) { return l % 4 * 4 + l / 4; });
 
 template <int kSize>
@@ -408,18 +407,6 @@ PXL_INLINE void storeTripled(Blocks<N> all, E* p, Vector<E, N> a) {
     storeBytesTripled<sizeof(E)>(all, bytesOf(p), as<U8<N>>(a));
 }
 
-// The first of every two bytes.
-template <int N>
-PXL_INLINE U8<N> loadEven(Blocks<N> all, const Pxl8u* p) {
-#if PXL_BLOCKS == 4
-    if constexpr (N == 4) return permute<1>(load(all, p), kEven, load(all, p + 64));
-#endif
-    U8<N> a[2];
-    loadBlocks(all, p, a);
-    const auto even = fill<I16<N>>(0xFF);
-    return packSatU8(bitAnd(as<I16<N>>(a[0]), even), bitAnd(as<I16<N>>(a[1]), even));
-}
-
 // ---- bytes as pixels in 32-bit lanes
 //
 // In memory order, unlike all others: lane j of vector k is pixel 4 * N * k + j. Of pixels of three bytes the fourth
@@ -481,12 +468,6 @@ PXL_INLINE U8<N> packSatQuads(Parts<I32<N>, 4> a) {
 }
 
 // ---- part of a block: through a buffer of whole blocks
-
-PXL_INLINE U8<1> loadEven(Part part, const Pxl8u* p) {
-    Pxl8u bytes[32] = {};
-    __builtin_memcpy(bytes, p, 2 * static_cast<size_t>(part.count));
-    return loadEven(Blocks<1>{}, bytes);
-}
 
 PXL_INLINE Quads<1> loadQuads3(Part part, const Pxl8u* p) {
     Pxl8u bytes[48] = {};

@@ -137,6 +137,26 @@ PXL_INLINE void storeQuarters(Blocks<4>, Pxl8u* p, Pxl8u* q, U8<4> a) {
 }
 #endif
 
+// And back: 8 * N bytes from each.
+PXL_INLINE U8<1> loadHalves(Blocks<1>, const Pxl8u* p, const Pxl8u* q) {
+    return {_mm_unpacklo_epi64(_mm_loadl_epi64(reinterpret_cast<const __m128i*>(p)),
+                               _mm_loadl_epi64(reinterpret_cast<const __m128i*>(q)))};
+}
+#if PXL_BLOCKS == 2
+PXL_INLINE U8<2> loadHalves(Blocks<2>, const Pxl8u* p, const Pxl8u* q) {
+    const __m256i low = _mm256_castsi128_si256(load(Blocks<1>{}, p).v);
+    const __m256i both = _mm256_inserti128_si256(low, load(Blocks<1>{}, q).v, 1);
+    return {_mm256_permute4x64_epi64(both, _MM_SHUFFLE(3, 1, 2, 0))};
+}
+#elif PXL_BLOCKS == 4
+PXL_INLINE U8<4> loadHalves(Blocks<4>, const Pxl8u* p, const Pxl8u* q) {
+    const __m512i low = _mm512_castsi256_si512(_mm256_loadu_si256(reinterpret_cast<const __m256i*>(p)));
+    const __m256i high = _mm256_loadu_si256(reinterpret_cast<const __m256i*>(q));
+    const __m512i both = _mm512_inserti64x4(low, high, 1);
+    return {_mm512_permutexvar_epi64(_mm512_setr_epi64(0, 4, 1, 5, 2, 6, 3, 7), both)};
+}
+#endif
+
 // Of a single block, `count` bytes to each.
 template <int kFirst>
 PXL_INLINE void storeTwoParts(Part part, Pxl8u* p, Pxl8u* q, U8<1> a) {
@@ -147,6 +167,13 @@ PXL_INLINE void storeTwoParts(Part part, Pxl8u* p, Pxl8u* q, U8<1> a) {
 }
 PXL_INLINE void storeHalves(Part part, Pxl8u* p, Pxl8u* q, U8<1> a) { storeTwoParts<8>(part, p, q, a); }
 PXL_INLINE void storeQuarters(Part part, Pxl8u* p, Pxl8u* q, U8<1> a) { storeTwoParts<4>(part, p, q, a); }
+
+PXL_INLINE U8<1> loadHalves(Part part, const Pxl8u* p, const Pxl8u* q) {
+    Pxl8u bytes[16] = {};
+    __builtin_memcpy(bytes, p, static_cast<size_t>(part.count));
+    __builtin_memcpy(bytes + 8, q, static_cast<size_t>(part.count));
+    return load(Blocks<1>{}, bytes);
+}
 
 // ---- one channel of which several pixels share a sample, widened: block i holds the samples of 16 pixels
 

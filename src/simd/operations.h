@@ -188,10 +188,10 @@ PXL_INLINE U16<N> bitNot(U16<N> a) {
     return bitXor(a, fill<U16<N>>(65535));
 }
 
-// (a + b) >> 1
+// (a + b) >> 1; of one inside another the compiler drops the complements between them
 template <class V>
 PXL_INLINE V floorAverage(V a, V b) {
-    return subWrap(average(a, b), bitAnd(bitXor(a, b), fill<V>(1)));
+    return bitNot(average(bitNot(a), bitNot(b)));
 }
 
 // choose(mask, a, b): b where the mask is set, a elsewhere.

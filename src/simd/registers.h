@@ -179,8 +179,7 @@ PXL_INLINE void groupsAndTail(Index width, const Group& group, const Tail& tail)
 }
 
 // For bodies that may convert a pixel twice with the same result: the pixels left over are covered by a group
-// that ends
-// with them. Only a row of less than kPixels pixels is a Part.
+// that ends with them. Only a row of less than kPixels pixels is a Part.
 template <int kPixels, int N, class Body>
 PXL_INLINE void eachGroupUpTo(Blocks<N> how, Index width, const Body& body) {
     constexpr Index kStep = kPixels * N;

@@ -1,5 +1,6 @@
 #include "ycbcr/ycbcr420_encode_kernels.h"
 
+#include "simd/pairs.h"
 #include "simd/pixels.h"
 #include "ycbcr/ycbcr420_encode_forms.h"
 
@@ -39,8 +40,6 @@ struct PlanarChroma {
         storeHalves(Part{part.count / 2}, row.plane[0] + x / 2, row.plane[1] + x / 2, chroma);
     }
 };
-
-alignas(16) constexpr Bytes16 kInterleaveHalves = {{0, 8, 1, 9, 2, 10, 3, 11, 4, 12, 5, 13, 6, 14, 7, 15}};
 
 struct PairedChroma {
     Pxl8u* row;

@@ -73,6 +73,7 @@ Call::Call(const Export& f, PxlSize size, const Placement& sourcePlacement, cons
     arguments.grid = random.below(4);
     for (float& gain : gains_) gain = static_cast<float>(random.between(0, 2));
     if (random.oneIn(2)) arguments.gains = gains_;
+    arguments.layoutCode = random.oneIn(2) ? 1 : 21;  // 4 and 16 leave the region
     arguments.rangeLow = random.oneIn(2) ? 0 : random.between(-2, 0);
     arguments.rangeHigh = random.oneIn(2) ? 1 : random.between(0.5, 3);
     for (const Parameter& parameter : f.parameters) {
@@ -163,7 +164,13 @@ std::vector<Mistake> mistakes(Fault fault, const Export& f) {
             for (const int width : {f.minimumWidth - 1, 0, -1, INT_MIN}) {
                 add("width " + std::to_string(width), [i, width](Values& values) { values[i].size.width = width; });
             }
-            for (const int height : {f.minimumHeight - 1, 0, -1, INT_MIN}) {
+            std::vector<int> heights = {f.minimumHeight - 1, 0, -1, INT_MIN};
+            if (f.anyHeight) heights.clear();
+            if (f.sizeMultiple > 1) {
+                add("odd width", [i](Values& values) { ++values[i].size.width; });
+                heights.push_back(f.minimumHeight + f.sizeMultiple / 2);
+            }
+            for (const int height : heights) {
                 add("height " + std::to_string(height),
                     [i, height](Values& values) { values[i].size.height = height; });
             }

@@ -51,7 +51,7 @@ TEST_P(Sweep, everyGeometry) {
     for (const catalog::Export& function : functions()) {
         Random random(0x517E);
         const auto check = [&](int width, int height, const Placement& source, const Placement& destination) {
-            Call call(function, {width, height}, source, destination, random);
+            Call call(function, function.fitting({width, height}), source, destination, random);
             EXPECT_EQ(faultsOf(call), "");
         };
         for (int width = function.minimumWidth; width <= 70; ++width) {
@@ -82,7 +82,7 @@ TEST_P(Sweep, everyGeometry) {
 TEST_P(Sweep, wrongArguments) {
     for (const catalog::Export& function : functions()) {
         Random random(2);
-        Call call(function, {function.minimumWidth + 30, function.minimumHeight + 2}, {}, {}, random);
+        Call call(function, function.fitting({function.minimumWidth + 30, function.minimumHeight + 2}), {}, {}, random);
         for (const Fault fault : {Fault::range, Fault::pointer, Fault::entry, Fault::size, Fault::step, Fault::grid}) {
             if (fault == Fault::step && !function.testsSteps) continue;
             for (const Mistake& mistake : mistakes(fault, function)) {
@@ -103,21 +103,22 @@ TEST_P(Sweep, smallestSize) {
 
 // Rows that lie a gigabyte apart: offsets are counted in 64 bits.
 TEST_P(Sweep, hugeSteps) {
-    constexpr int kStep = 1 << 30, kHeight = 5;
-    constexpr std::size_t kPlaneBytes = 1 << 14, kBytes = std::size_t{kHeight} * kStep;
+    constexpr int kStep = 1 << 30, kHeight = 5, kMost = 8;  // rows
+    constexpr std::size_t kPlaneBytes = 1 << 14, kBytes = std::size_t{kMost} * kStep;
     void* memory = mmap(nullptr, kBytes, PROT_READ | PROT_WRITE, MAP_PRIVATE | MAP_ANONYMOUS | MAP_NORESERVE, -1, 0);
     if (memory == MAP_FAILED) GTEST_SKIP() << "no address space for " << kBytes << " bytes";
     for (const catalog::Export& function : functions()) {
         Random random(4);
-        Call call(function, {37, kHeight}, {}, {}, random);
+        const PxlSize size = function.fitting({37, std::max(kHeight, function.minimumHeight)});
+        Call call(function, size, {}, {}, random);
         catalog::Arguments far = call.arguments;
         auto* next = static_cast<std::byte*>(memory);
         const auto eachRow = [&](const auto& planes, const auto& shapes, const auto& farPlanes, auto action) {
             for (std::size_t i = 0; i < planes.size(); ++i) {
-                for (std::int64_t y = 0; y < shapes[i].rows(kHeight); ++y) {
+                for (std::int64_t y = 0; y < shapes[i].rows(size.height); ++y) {
                     action(static_cast<std::byte*>(planes[i].first) + y * planes[i].step,
                            static_cast<std::byte*>(farPlanes[i].first) + y * farPlanes[i].step,
-                           static_cast<std::size_t>(shapes[i].rowBytes(37)));
+                           static_cast<std::size_t>(shapes[i].rowBytes(size.width)));
                 }
             }
         };

@@ -1,0 +1,194 @@
+// Rows of chroma as kernels see them. A reader gives the 16 * N samples of both channels from sample j on, a writer
+// takes them; what passes between them is Channels2 (Cb, Cr) or Pairs (Cb Cr Cb Cr ...), whichever the reader has, and
+// costs nothing where both sides mean the same.
+#pragma once
+
+#include "simd/pairs.h"
+
+PXL_BEGIN_TARGET
+
+template <int N>
+PXL_INLINE Pairs<N> asPairs(Pairs<N> chroma) {
+    return chroma;
+}
+template <int N>
+PXL_INLINE Pairs<N> asPairs(Channels2<U8<N>> chroma) {
+    return interleave(chroma);
+}
+template <int N>
+PXL_INLINE Channels2<U8<N>> asChannels2(Pairs<N> chroma) {
+    return separate(chroma);
+}
+template <int N>
+PXL_INLINE Channels2<U8<N>> asChannels2(Channels2<U8<N>> chroma) {
+    return chroma;
+}
+
+// ---- every sample
+
+struct ReadPlanes {
+    RowOf<const Pxl8u, 2> row;
+    template <class How>
+    PXL_INLINE Channels2<U8<How::kN>> load(How how, Index j) const {
+        return {PXL_TARGET::load(how, row.plane[0] + j), PXL_TARGET::load(how, row.plane[1] + j)};
+    }
+    // Samples 2 * j, 2 * j + 2 ... and 2 * j + 1, 2 * j + 3 ...
+    template <class How>
+    PXL_INLINE EvenOdd<Channels2<U8<How::kN>>> loadEvenOdd(How how, Index j) const {
+        const auto cb = separate(loadPairs(how, row.plane[0] + 2 * j));
+        const auto cr = separate(loadPairs(how, row.plane[1] + 2 * j));
+        return {{cb.c0, cr.c0}, {cb.c1, cr.c1}};
+    }
+};
+
+struct ReadPairs {
+    const Pxl8u* row;
+    template <class How>
+    PXL_INLINE Pairs<How::kN> load(How how, Index j) const {
+        return loadPairs(how, row + 2 * j);
+    }
+    template <class How>
+    PXL_INLINE EvenOdd<Channels2<U8<How::kN>>> loadEvenOdd(How how, Index j) const {
+        const auto both = loadPairs2(how, row + 4 * j);
+        const auto cb = separate(both.c0), cr = separate(both.c1);
+        return {{cb.c0, cr.c0}, {cb.c1, cr.c1}};
+    }
+};
+
+struct WritePlanes {
+    RowOf<Pxl8u, 2> row;
+    template <class How, class Chroma>
+    PXL_INLINE void store(How how, Index j, Chroma chroma) const {
+        const auto samples = asChannels2(chroma);
+        PXL_TARGET::store(how, row.plane[0] + j, samples.c0);
+        PXL_TARGET::store(how, row.plane[1] + j, samples.c1);
+    }
+    template <class How>
+    PXL_INLINE void storeEvenOdd(How how, Index j, EvenOdd<Channels2<U8<How::kN>>> chroma) const {
+        storePairs(how, row.plane[0] + 2 * j, interleave(Channels2{chroma.even.c0, chroma.odd.c0}));
+        storePairs(how, row.plane[1] + 2 * j, interleave(Channels2{chroma.even.c1, chroma.odd.c1}));
+    }
+};
+
+struct WritePairs {
+    Pxl8u* row;
+    template <class How, class Chroma>
+    PXL_INLINE void store(How how, Index j, Chroma chroma) const {
+        storePairs(how, row + 2 * j, asPairs(chroma));
+    }
+    template <class How>
+    PXL_INLINE void storeEvenOdd(How how, Index j, EvenOdd<Channels2<U8<How::kN>>> chroma) const {
+        storePairs2(how, row + 4 * j,
+                    Channels2{interleave(Channels2{chroma.even.c0, chroma.odd.c0}),
+                              interleave(Channels2{chroma.even.c1, chroma.odd.c1})});
+    }
+};
+
+// ---- the first of every two samples: destination sample j is source sample 2 * j
+
+struct ReadEverySecond {
+    RowOf<const Pxl8u, 2> row;
+    template <class How>
+    PXL_INLINE Channels2<U8<How::kN>> load(How how, Index j) const {
+        return {separate(loadPairs(how, row.plane[0] + 2 * j)).c0, separate(loadPairs(how, row.plane[1] + 2 * j)).c0};
+    }
+};
+
+// The same behind a packed source: takes every sample and drops half of them; j is even.
+struct KeepPlanes {
+    RowOf<Pxl8u, 2> row;
+    template <int N>
+    PXL_INLINE void store(Blocks<N> all, Index j, Pairs<N> chroma) const {
+        storeSeparated(all, row.plane[0] + j / 2, row.plane[1] + j / 2, evenPairs(chroma));
+    }
+    PXL_INLINE void store(Part part, Index j, Pairs<1> chroma) const {
+        storeSeparated(Part{part.count / 2}, row.plane[0] + j / 2, row.plane[1] + j / 2, evenPairs(chroma));
+    }
+};
+
+struct KeepPairs {
+    Pxl8u* row;
+    template <class How>
+    PXL_INLINE void store(How how, Index j, Pairs<How::kN> chroma) const {
+        PXL_TARGET::store(how, row + j, evenPairs(chroma));
+    }
+};
+
+// ---- each sample two times: destination samples 2 * j and 2 * j + 1 are source sample j
+
+struct WriteTwice {
+    RowOf<Pxl8u, 2> row;
+    template <class How, class Chroma>
+    PXL_INLINE void store(How how, Index j, Chroma chroma) const {
+        const auto samples = asChannels2(chroma);
+        storePairs(how, row.plane[0] + 2 * j, interleave(Channels2{samples.c0, samples.c0}));
+        storePairs(how, row.plane[1] + 2 * j, interleave(Channels2{samples.c1, samples.c1}));
+    }
+};
+
+// The same before a packed destination: gives every sample; j is even.
+struct PlanesTwice {
+    RowOf<const Pxl8u, 2> row;
+    template <int N>
+    PXL_INLINE Pairs<N> load(Blocks<N> all, Index j) const {
+        return pairsTwice(loadInterleaved(all, row.plane[0] + j / 2, row.plane[1] + j / 2));
+    }
+    PXL_INLINE Pairs<1> load(Part part, Index j) const {
+        return pairsTwice(loadInterleaved(Part{part.count / 2}, row.plane[0] + j / 2, row.plane[1] + j / 2));
+    }
+};
+
+struct PairsTwice {
+    const Pxl8u* row;
+    template <class How>
+    PXL_INLINE Pairs<How::kN> load(How how, Index j) const {
+        return pairsTwice(PXL_TARGET::load(how, row + j));
+    }
+};
+
+// ---- packed 4:2:2: 32 * N pixels, whose luma and chroma are pairs alike
+
+enum class Packing { lumaFirst, chromaFirst };
+
+template <int N>
+struct Packed {
+    Pairs<N> luma, chroma;
+};
+
+template <Packing k, class How>
+PXL_INLINE Packed<How::kN> loadPacked(How how, const Pxl8u* p) {
+    const auto px = loadPairs2(how, p);
+    if constexpr (k == Packing::lumaFirst) return {px.c0, px.c1};
+    if constexpr (k == Packing::chromaFirst) return {px.c1, px.c0};
+}
+
+template <Packing k, class How>
+PXL_INLINE void storePacked(How how, Pxl8u* p, Packed<How::kN> px) {
+    if constexpr (k == Packing::lumaFirst) storePairs2(how, p, Channels2{px.luma, px.chroma});
+    if constexpr (k == Packing::chromaFirst) storePairs2(how, p, Channels2{px.chroma, px.luma});
+}
+
+// Chroma to or from the writer, n pixel pairs.
+template <Packing k, class Writer>
+PXL_INLINE void unpackRow(const Pxl8u* src, Pxl8u* luma, Writer chroma, Index n) {
+    eachGroupToEnd<16>(n, [&](auto how, Index j) PXL_BODY {
+        const auto px = loadPacked<k>(how, src + 4 * j);
+        storePairs(how, luma + 2 * j, px.luma);
+        chroma.store(how, j, px.chroma);
+    });
+}
+
+template <Packing k, class Reader>
+PXL_INLINE void packRow(const Pxl8u* luma, Reader chroma, Pxl8u* dst, Index n) {
+    eachGroupToEnd<16>(n, [&](auto how, Index j) PXL_BODY {
+        storePacked<k>(how, dst + 4 * j, {loadPairs(how, luma + 2 * j), asPairs(chroma.load(how, j))});
+    });
+}
+
+// Chroma alone, n samples of each channel.
+template <class Reader, class Writer>
+PXL_INLINE void chromaRow(Reader src, Writer dst, Index n) {
+    eachGroupToEnd<16>(n, [&](auto how, Index j) PXL_BODY { dst.store(how, j, src.load(how, j)); });
+}
+
+PXL_END_TARGET
