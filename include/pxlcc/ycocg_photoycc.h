@@ -1,4 +1,4 @@
-/* pxlCC: RGB and BGR to and from YCoCg, plain and reversible. C99 and C++. */
+/* pxlCC: RGB and BGR to and from YCoCg, plain and reversible, and RGB to and from PhotoYCC. C99 and C++. */
 #ifndef PXLCC_YCOCG_PHOTOYCC_H
 #define PXLCC_YCOCG_PHOTOYCC_H
 
@@ -108,6 +108,49 @@ PXLCC_API PxlStatus pxliYCoCgToSBGR_Rev_32s16s_P3C3R(const Pxl32s* pSrc[3], int 
                                                      PxlSize roiSize);
 PXLCC_API PxlStatus pxliYCoCgToSBGR_Rev_32s16s_P3C4R(const Pxl32s* pSrc[3], int srcStep, Pxl16s* pDst, int dstStep,
                                                      PxlSize roiSize, Pxl16s aval);
+
+/*
+ * PhotoYCC
+ * ========
+ *
+ * RGB to Y, C1 and C2 and back: luma by the weights of ITU-R BT.601 over 1.402; blue and red differences to it around
+ * 156 / 255 and 137 / 255, so that all three channels fit an unsigned range. docs/exactness.md gives the formulas;
+ * every pixel of an image gets the same one.
+ *
+ * Shapes. C3: three interleaved samples a pixel, R,G,B or Y,C1,C2. AC4: a fourth besides, which keeps its value in the
+ * destination (whole vectors may store it back as they found it: nobody else may write it during the call). Steps are
+ * signed byte distances and are not checked. Any width and height from 1.
+ *
+ * Status, of all in this order: pxlStatusNullPointer for pSrc or pDst, pxlStatusBadSize for a width or height below 1,
+ * else pxlStatusOk.
+ */
+
+/* Bytes: integers, rounded down at each shift. To Y 0..181 and chroma around 156 and 137; back limited to 0..255. */
+PXLCC_API PxlStatus pxliRGBToYCC_8u_C3R(const Pxl8u* pSrc, int srcStep, Pxl8u* pDst, int dstStep, PxlSize roiSize);
+PXLCC_API PxlStatus pxliRGBToYCC_8u_AC4R(const Pxl8u* pSrc, int srcStep, Pxl8u* pDst, int dstStep, PxlSize roiSize);
+PXLCC_API PxlStatus pxliYCCToRGB_8u_C3R(const Pxl8u* pSrc, int srcStep, Pxl8u* pDst, int dstStep, PxlSize roiSize);
+PXLCC_API PxlStatus pxliYCCToRGB_8u_AC4R(const Pxl8u* pSrc, int srcStep, Pxl8u* pDst, int dstStep, PxlSize roiSize);
+
+/*
+ * 16-bit samples, 65535 is white: the equations of the floats with 65535 for 1, in single precision, rounded once (by
+ * the current rounding mode) and limited to 0..65535.
+ */
+PXLCC_API PxlStatus pxliRGBToYCC_16u_C3R(const Pxl16u* pSrc, int srcStep, Pxl16u* pDst, int dstStep, PxlSize roiSize);
+PXLCC_API PxlStatus pxliRGBToYCC_16u_AC4R(const Pxl16u* pSrc, int srcStep, Pxl16u* pDst, int dstStep, PxlSize roiSize);
+PXLCC_API PxlStatus pxliYCCToRGB_16u_C3R(const Pxl16u* pSrc, int srcStep, Pxl16u* pDst, int dstStep, PxlSize roiSize);
+PXLCC_API PxlStatus pxliYCCToRGB_16u_AC4R(const Pxl16u* pSrc, int srcStep, Pxl16u* pDst, int dstStep, PxlSize roiSize);
+
+/* Signed 16-bit samples: as 16u, all less 32768. */
+PXLCC_API PxlStatus pxliRGBToYCC_16s_C3R(const Pxl16s* pSrc, int srcStep, Pxl16s* pDst, int dstStep, PxlSize roiSize);
+PXLCC_API PxlStatus pxliRGBToYCC_16s_AC4R(const Pxl16s* pSrc, int srcStep, Pxl16s* pDst, int dstStep, PxlSize roiSize);
+PXLCC_API PxlStatus pxliYCCToRGB_16s_C3R(const Pxl16s* pSrc, int srcStep, Pxl16s* pDst, int dstStep, PxlSize roiSize);
+PXLCC_API PxlStatus pxliYCCToRGB_16s_AC4R(const Pxl16s* pSrc, int srcStep, Pxl16s* pDst, int dstStep, PxlSize roiSize);
+
+/* Floats, nominally 0..1. What comes out of the encoder is not limited; the decoder limits to 0..1, NaN stays NaN. */
+PXLCC_API PxlStatus pxliRGBToYCC_32f_C3R(const Pxl32f* pSrc, int srcStep, Pxl32f* pDst, int dstStep, PxlSize roiSize);
+PXLCC_API PxlStatus pxliRGBToYCC_32f_AC4R(const Pxl32f* pSrc, int srcStep, Pxl32f* pDst, int dstStep, PxlSize roiSize);
+PXLCC_API PxlStatus pxliYCCToRGB_32f_C3R(const Pxl32f* pSrc, int srcStep, Pxl32f* pDst, int dstStep, PxlSize roiSize);
+PXLCC_API PxlStatus pxliYCCToRGB_32f_AC4R(const Pxl32f* pSrc, int srcStep, Pxl32f* pDst, int dstStep, PxlSize roiSize);
 
 #ifdef __cplusplus
 }
