@@ -136,6 +136,8 @@ PXL_BINARY(maximum, F32, max_ps)
 PXL_BINARY(add, F64, add_pd)
 PXL_BINARY(sub, F64, sub_pd)
 PXL_BINARY(mul, F64, mul_pd)
+PXL_BINARY(minimum, F64, min_pd)
+PXL_BINARY(maximum, F64, max_pd)
 
 // 12 bits; the instruction of 128 and 256 bits at every N, because the one of 512 bits gives other values.
 PXL_INLINE F32<1> reciprocalEstimate(F32<1> a) { return {_mm_rcp_ps(a.v)}; }
@@ -212,6 +214,7 @@ PXL_INLINE __mmask64 byteMask(U8<4> a) { return _mm512_movepi8_mask(a.v); }
 PXL_INLINE __mmask64 byteMask(I16<4> a) { return _mm512_movepi8_mask(a.v); }
 PXL_INLINE __mmask64 byteMask(I32<4> a) { return _mm512_movepi8_mask(a.v); }
 PXL_INLINE __mmask16 floatMask(F32<4> a) { return _mm512_movepi32_mask(_mm512_castps_si512(a.v)); }
+PXL_INLINE __mmask8 doubleMask(F64<4> a) { return _mm512_movepi64_mask(_mm512_castpd_si512(a.v)); }
 #else
 #define PXL_CHOOSE(A, op, toMask, blend) PXL_FOR_EACH_N(PXL_CHOOSE_N, A, op)
 #define PXL_COMPARE(name, A, op, kind, width) PXL_FOR_EACH_N(PXL_COMPARE_N, name, A, op##width)
@@ -220,6 +223,7 @@ PXL_CHOOSE(U8, blendv_epi8, byteMask, blend_epi8)
 PXL_CHOOSE(I16, blendv_epi8, byteMask, blend_epi8)
 PXL_CHOOSE(I32, blendv_epi8, byteMask, blend_epi8)
 PXL_CHOOSE(F32, blendv_ps, floatMask, blend_ps)
+PXL_CHOOSE(F64, blendv_pd, doubleMask, blend_pd)
 
 // The same with a constant mask of eight bits, one for each 16 bits of a block: b where it is set.
 template <int kMask>
@@ -243,6 +247,34 @@ PXL_COMPARE(equal, I16, cmpeq_, _mask, epi16)
 PXL_COMPARE(equal, I32, cmpeq_, _mask, epi32)
 PXL_COMPARE(greater, I16, cmpgt_, _mask, epi16)
 PXL_COMPARE(greater, I32, cmpgt_, _mask, epi32)
+
+// Of floats; false where either is NaN, and 0 equals -0.
+#if PXL_BLOCKS == 4
+#define PXL_COMPARE_REAL(name, A, suffix, whole, toWhole, predicate)                                                \
+    PXL_INLINE A<1> name(A<1> a, A<1> b) { return {_mm_cmp_##suffix(a.v, b.v, predicate)}; }                        \
+    PXL_INLINE A<4> name(A<4> a, A<4> b) {                                                                          \
+        return {                                                                                                    \
+            _mm512_cast##whole##_##suffix(_mm512_movm_##toWhole(_mm512_cmp_##suffix##_mask(a.v, b.v, predicate)))}; \
+    }
+PXL_COMPARE_REAL(greater, F32, ps, si512, epi32, _CMP_GT_OS)
+PXL_COMPARE_REAL(equal, F32, ps, si512, epi32, _CMP_EQ_OQ)
+PXL_COMPARE_REAL(atMost, F32, ps, si512, epi32, _CMP_LE_OS)
+PXL_COMPARE_REAL(greater, F64, pd, si512, epi64, _CMP_GT_OS)
+#else
+#if PXL_BLOCKS == 2
+#define PXL_COMPARE_WIDE(name, A, suffix, predicate) \
+    PXL_INLINE A<2> name(A<2> a, A<2> b) { return {_mm256_cmp_##suffix(a.v, b.v, predicate)}; }
+#else
+#define PXL_COMPARE_WIDE(name, A, suffix, predicate)
+#endif
+#define PXL_COMPARE_REAL(name, A, suffix, op, predicate)                             \
+    PXL_INLINE A<1> name(A<1> a, A<1> b) { return {_mm_##op##_##suffix(a.v, b.v)}; } \
+    PXL_COMPARE_WIDE(name, A, suffix, predicate)
+PXL_COMPARE_REAL(greater, F32, ps, cmpgt, _CMP_GT_OS)
+PXL_COMPARE_REAL(equal, F32, ps, cmpeq, _CMP_EQ_OQ)
+PXL_COMPARE_REAL(atMost, F32, ps, cmple, _CMP_LE_OS)
+PXL_COMPARE_REAL(greater, F64, pd, cmpgt, _CMP_GT_OS)
+#endif
 
 // Whether a mask is set in every lane.
 PXL_INLINE bool allSet(I32<1> mask) { return _mm_movemask_epi8(mask.v) == 0xFFFF; }
@@ -360,6 +392,7 @@ PXL_INLINE Halves<I32<N>> widen(I16<N> a) {
 
 // Floats to integers by the current rounding mode, and back. What no integer holds, and NaN, becomes -2^31.
 PXL_UNARY(toInt, F32, I32, cvtps_epi32)
+PXL_UNARY(truncateToInt, F32, I32, cvttps_epi32)  // the same, towards zero whatever the mode
 PXL_UNARY(toFloat, I32, F32, cvtepi32_ps)
 
 // ---- samples of any type as 32-bit lanes: a vector of bytes fills four of them, one of 16-bit samples two, and part k
@@ -392,51 +425,41 @@ PXL_INLINE Parts<F32<N>, 4> floatsOf(U8<N> a) {
     return {{toFloat(low.low), toFloat(low.high), toFloat(high.low), toFloat(high.high)}};
 }
 
+// 32-bit integers to samples of type V, saturated to its range.
+template <class V, int kCount>
+PXL_INLINE V packSatSamples(Parts<I32<V::kN>, kCount> a) {
+    using Sample = typename V::Element;
+    static_assert(kCount * sizeof(Sample) == sizeof(Pxl32s));
+    if constexpr (sizeof(Sample) == 1) {
+        return packSatU8(packSatI16(a.at[0], a.at[1]), packSatI16(a.at[2], a.at[3]));
+    } else if constexpr (static_cast<Sample>(-1) < 0) {
+        return packSatI16(a.at[0], a.at[1]);
+    } else {
+        return packSatU16(a.at[0], a.at[1]);
+    }
+}
+
+template <class Sample>
+constexpr float kLargestSample = sizeof(Sample) == 1           ? 255.0f
+                                 : static_cast<Sample>(-1) < 0 ? 32767.0f
+                                                               : 65535.0f;
+
 // Floats to samples of type V by the current rounding mode, saturated to its range; NaN becomes the upper end. Without
 // kLimit only for floats that are numbers within 32-bit integers, whose saturation the packs do alone. Floats
 // themselves pass unchanged.
-template <bool kLimit, int N>
-PXL_INLINE I32<N> toIntBelow(F32<N> a, float top) {
-    if constexpr (kLimit) a = minimum(a, fill<F32<N>>(top));  // the packs stop what is below, down to -2^31
-    return toInt(a);
-}
-
-template <class V>
-struct SaturatedSamples;
-
-template <int N>
-struct SaturatedSamples<F32<N>> {
-    template <bool kLimit>
-    PXL_INLINE static F32<N> of(Parts<F32<N>, 1> a) {
+template <class V, bool kLimit, int kCount>
+PXL_INLINE V saturatedSamples(Parts<F32<V::kN>, kCount> a) {
+    if constexpr (kCount == 1) {
         return a.at[0];
+    } else {
+        Parts<I32<V::kN>, kCount> whole;
+        for (int k = 0; k < kCount; ++k) {
+            // the packs stop what is below, down to -2^31
+            if constexpr (kLimit) a.at[k] = minimum(a.at[k], fill<F32<V::kN>>(kLargestSample<typename V::Element>));
+            whole.at[k] = toInt(a.at[k]);
+        }
+        return packSatSamples<V>(whole);
     }
-};
-template <int N>
-struct SaturatedSamples<U16<N>> {
-    template <bool kLimit>
-    PXL_INLINE static U16<N> of(Parts<F32<N>, 2> a) {
-        return packSatU16(toIntBelow<kLimit>(a.at[0], 65535), toIntBelow<kLimit>(a.at[1], 65535));
-    }
-};
-template <int N>
-struct SaturatedSamples<I16<N>> {
-    template <bool kLimit>
-    PXL_INLINE static I16<N> of(Parts<F32<N>, 2> a) {
-        return packSatI16(toIntBelow<kLimit>(a.at[0], 32767), toIntBelow<kLimit>(a.at[1], 32767));
-    }
-};
-template <int N>
-struct SaturatedSamples<U8<N>> {
-    template <bool kLimit>
-    PXL_INLINE static U8<N> of(Parts<F32<N>, 4> a) {
-        return packSatU8(packSatI16(toIntBelow<kLimit>(a.at[0], 255), toIntBelow<kLimit>(a.at[1], 255)),
-                         packSatI16(toIntBelow<kLimit>(a.at[2], 255), toIntBelow<kLimit>(a.at[3], 255)));
-    }
-};
-
-template <class V, bool kLimit>
-PXL_INLINE V saturatedSamples(Parts<F32<V::kN>, 4 / static_cast<int>(sizeof(typename V::Element))> a) {
-    return SaturatedSamples<V>::template of<kLimit>(a);
 }
 
 PXL_END_TARGET
