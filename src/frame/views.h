@@ -37,6 +37,12 @@ struct PairView {
     RowPair<T> row(Index k) const { return {image.row(2 * k), image.row(2 * k + 1)}; }
 };
 
+// A step in whole samples, rounded down.
+template <class T>
+constexpr Index wholeSamples(int step) {
+    return Index{step} & -static_cast<Index>(sizeof(T));
+}
+
 // An argument that is the same for every row.
 template <class V>
 struct Same {

@@ -90,21 +90,90 @@ struct WidePlanar3 {
 template <class T>
 WidePlanar3(RowOf<T, 3>) -> WidePlanar3<T>;
 
-// The same pixels with the channels in opposite order: BGR where the kernel says RGB.
+// Four samples a pixel, interleaved or in planes, of which the fourth goes along.
+template <class T>
+struct PackedAll4 {
+    T* row;
+    template <class How>
+    PXL_INLINE auto load(How how, Index x) const {
+        return load4(how, row + 4 * x);
+    }
+    template <class How, class V>
+    PXL_INLINE void store(How how, Index x, Channels4<V> px) const {
+        store4(how, row + 4 * x, px);
+    }
+};
+template <class T>
+PackedAll4(T*) -> PackedAll4<T>;
+
+template <class T>
+struct Planar4 {
+    RowOf<T, 4> row;
+    template <class How>
+    PXL_INLINE auto load(How how, Index x) const {
+        return Channels4{PXL_TARGET::load(how, row.plane[0] + x), PXL_TARGET::load(how, row.plane[1] + x),
+                         PXL_TARGET::load(how, row.plane[2] + x), PXL_TARGET::load(how, row.plane[3] + x)};
+    }
+    template <class How, class V>
+    PXL_INLINE void store(How how, Index x, Channels4<V> px) const {
+        PXL_TARGET::store(how, row.plane[0] + x, px.c0);
+        PXL_TARGET::store(how, row.plane[1] + x, px.c1);
+        PXL_TARGET::store(how, row.plane[2] + x, px.c2);
+        PXL_TARGET::store(how, row.plane[3] + x, px.c3);
+    }
+};
+template <class T>
+Planar4(RowOf<T, 4>) -> Planar4<T>;
+
+// The same pixels with the channels in opposite order, BGR where the kernel says RGB; a fourth one stays.
 template <class Pixels>
 struct Reversed {
     Pixels pixels;
     template <class How>
     PXL_INLINE auto load(How how, Index x) const {
-        const auto px = pixels.load(how, x);
-        return Channels3{px.c2, px.c1, px.c0};
+        return opposite(pixels.load(how, x));
     }
-    template <class How, class V>
-    PXL_INLINE void store(How how, Index x, Channels3<V> px) const {
-        pixels.store(how, x, Channels3{px.c2, px.c1, px.c0});
+    template <class How, class Px>
+    PXL_INLINE void store(How how, Index x, Px px) const {
+        pixels.store(how, x, opposite(px));
+    }
+
+private:
+    template <class V>
+    PXL_INLINE static Channels3<V> opposite(Channels3<V> px) {
+        return {px.c2, px.c1, px.c0};
+    }
+    template <class V>
+    PXL_INLINE static Channels4<V> opposite(Channels4<V> px) {
+        return {px.c2, px.c1, px.c0, px.c3};
     }
 };
 template <class Pixels>
 Reversed(Pixels) -> Reversed<Pixels>;
+
+// Signed 16-bit samples as unsigned ones: 32768 more when loading, less when storing.
+template <class Pixels>
+struct Offset32768 {
+    Pixels pixels;
+    template <class How>
+    PXL_INLINE auto load(How how, Index x) const {
+        const auto px = pixels.load(how, x);
+        return Channels3{as<U16<How::kN>>(turned(px.c0)), as<U16<How::kN>>(turned(px.c1)),
+                         as<U16<How::kN>>(turned(px.c2))};
+    }
+    template <class How, int N>
+    PXL_INLINE void store(How how, Index x, Channels3<U16<N>> px) const {
+        pixels.store(how, x,
+                     Channels3{turned(as<I16<N>>(px.c0)), turned(as<I16<N>>(px.c1)), turned(as<I16<N>>(px.c2))});
+    }
+
+private:
+    template <int N>
+    PXL_INLINE static I16<N> turned(I16<N> a) {
+        return bitXor(a, fill<I16<N>>(0x8000));
+    }
+};
+template <class Pixels>
+Offset32768(Pixels) -> Offset32768<Pixels>;
 
 PXL_END_TARGET

@@ -166,14 +166,16 @@ PXL_INLINE void eachGroupAndPart(Index width, const Body& body) {
     if (x < width) body(Part{static_cast<int>(width - x)}, x);
 }
 
-// Whole groups of kGroup pixels (16 or 8) with one body, the pixels left over with another. Groups of 8 are the halves
-// of a block, the last one Part{8}.
-template <int kGroup, class Group, class Tail>
+// Whole groups of kGroup pixels with one body, the pixels left over with another. A block has kBlock pixels; where a
+// group is a piece of a block, the last call for groups may be a Part.
+template <int kGroup, int kBlock = 16, class Group, class Tail>
 PXL_INLINE void groupsAndTail(Index width, const Group& group, const Tail& tail) {
-    Index x = eachGroup<16>(width, group);
-    if (kGroup == 8 && width - x >= 8) {
-        group(Part{8}, x);
-        x += 8;
+    Index x = eachGroup<kBlock>(width, group);
+    if constexpr (kGroup < kBlock) {
+        const Index groups = width / kGroup * kGroup;
+        // a constant where there is but one piece
+        if (x < groups) group(Part{2 * kGroup == kBlock ? kGroup : static_cast<int>(groups - x)}, x);
+        x = groups;
     }
     if (x < width) tail(Part{static_cast<int>(width - x)}, x);
 }

@@ -1,0 +1,24 @@
+#include "colorspace/hsv_kernels.h"
+
+#include "colorspace/hsv_forms.h"
+#include "colorspace/hue_rows.h"
+
+PXL_BEGIN_TARGET
+namespace {
+
+template <class T, class Way>
+constexpr HsvKernels::Layouts<T> kSamples = {
+    .c3 = [](const T* src, T* dst, Index width) { convertRow<Way>(PackedC3{src}, PackedC3{dst}, width); },
+    .ac4 = [](const T* src, T* dst, Index width) { convertRow<Way>(PackedAC4{src}, PackedAC4{dst}, width); },
+};
+
+}  // namespace
+
+constexpr HsvKernels kHsvKernels = {
+    .fromRgb = {.u8 = kSamples<Pxl8u, Converted<HsvFromRgbBytes, ToNearestEven>>,
+                .u16 = kSamples<Pxl16u, Converted<HsvFromRgbWords, Truncated>>},
+    .toRgb = {.u8 = kSamples<Pxl8u, Converted<RgbFromHsv<ByteScale>, ToNearestEven>>,
+              .u16 = kSamples<Pxl16u, Converted<RgbFromHsv<WordScale>, ToNearestEven>>},
+};
+
+PXL_END_TARGET
