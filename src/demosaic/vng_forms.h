@@ -169,7 +169,7 @@ PXL_INLINE Channels3<V> coloursOf(V own, const Sums<V>& sums, V count, int top) 
 // A sample times a gain, rounded to nearest and saturated; a gain that is not a number gives `top`.
 template <int N>
 PXL_INLINE I32<N> gained(I32<N> sample, F32<N> gain, int top) {
-    const auto limited = toIntBelow<true>(mul(toFloat(sample), gain), static_cast<float>(top));
+    const auto limited = toInt(minimum(mul(toFloat(sample), gain), fill<F32<N>>(static_cast<float>(top))));
     return maximum(limited, fill<I32<N>>(0));
 }
 template <int N>
