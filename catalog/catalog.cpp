@@ -20,6 +20,8 @@ struct Extras {
     bool testsSteps = false;
     bool acceptsEmpty = false;
     bool partialSourceSamples = false;  // a chroma sample of the source may serve fewer pixels at the end of a row
+    int packedSourceBits = 0;           // PlaneShape::packedBits
+    int packedDestinationBits = 0;
 };
 
 // ---- from the function's type
@@ -213,6 +215,8 @@ Export describe(std::string_view name, std::string_view summary, const Family& f
     for (PlaneShape& plane : e.source.planes) {
         plane.partialSamples = own.partialSourceSamples || family.extras.partialSourceSamples;
     }
+    for (PlaneShape& plane : e.source.planes) plane.packedBits = own.packedSourceBits;
+    for (PlaneShape& plane : e.destination.planes) plane.packedBits = own.packedDestinationBits;
     e.source.planeArray = e.inPlace ? sides.destinationArray : sides.sourceArray;
     e.source.stepArray = e.inPlace ? sides.destinationSteps : sides.sourceSteps;
     e.destination.planeArray = sides.destinationArray;

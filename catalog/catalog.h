@@ -26,8 +26,10 @@ struct PlaneShape {
     int widthShift = 0;   // positions in a row: width >> widthShift, with partialSamples rounded up
     int heightShift = 0;  // rows: height >> heightShift
     bool partialSamples = false;
+    int packedBits = 0;  // samples of so many bits without gaps, in bytes; 0: a sample is an element
 
     std::int64_t rowSamples(std::int64_t width) const {
+        if (packedBits > 0) return (width * packedBits + 7) / 8;
         return ((width + (partialSamples ? (1 << widthShift) - 1 : 0)) >> widthShift) * channels;
     }
     std::int64_t rowBytes(std::int64_t width) const {

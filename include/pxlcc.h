@@ -18,6 +18,7 @@
 #include "pxlcc/demosaic.h"
 #include "pxlcc/graytwistgamma.h"
 #include "pxlcc/hls_hsv.h"
+#include "pxlcc/reduce.h"
 #include "pxlcc/repack.h"
 #include "pxlcc/types.h"
 #include "pxlcc/ycbcr.h"

@@ -3,6 +3,7 @@
 #pragma once
 
 #include "simd/memory.h"
+#include "simd/twelve_bytes.h"
 
 PXL_BEGIN_TARGET
 
@@ -419,34 +420,11 @@ struct Quads {
 
 alignas(16) constexpr Bytes16 kThreeOfFour = {{0, 1, 2, 0, 3, 4, 5, 3, 6, 7, 8, 6, 9, 10, 11, 9}};
 
-PXL_INLINE Quads<1> loadQuads3(Blocks<1> all, const Pxl8u* p) {
-    const auto a = load(all, p), b = load(all, p + 16), c = load(all, p + 32), order = pattern<1>(kThreeOfFour);
-    return {{pick(a, order), pick(straddle<12>(a, b), order), pick(straddle<8>(b, c), order),
-             pick(straddle<4>(c, c), order)}};
+template <int N>
+PXL_INLINE Quads<N> loadQuads3(Blocks<N> all, const Pxl8u* p) {
+    const auto a = loadTwelves<kThreeOfFour>(all, p);
+    return {{a.at[0], a.at[1], a.at[2], a.at[3]}};
 }
-
-#if PXL_BLOCKS == 2
-// Twelve bytes into each block, from the 32-bit lanes kFirst and kFirst + 3 on.
-template <int kFirst>
-PXL_INLINE U8<2> twelveBytes(U8<2> a) {
-    const __m256i lanes = _mm256_setr_epi32(kFirst, kFirst + 1, kFirst + 2, 0, kFirst + 3, kFirst + 4, kFirst + 5, 0);
-    return pick(U8<2>{_mm256_permutevar8x32_epi32(a.v, lanes)}, pattern<2>(kThreeOfFour));
-}
-PXL_INLINE Quads<2> loadQuads3(Blocks<2> all, const Pxl8u* p) {
-    return {{twelveBytes<0>(load(all, p)), twelveBytes<0>(load(all, p + 24)), twelveBytes<0>(load(all, p + 48)),
-             twelveBytes<2>(load(all, p + 64))}};
-}
-#elif PXL_BLOCKS == 4
-// Bytes 48 * k ... of 192, of which the permute sees those from 64 * from on.
-template <int k, int from>
-constexpr auto kQuads3 = lanes<1>([](int l) { return 48 * k - 64 * from + l / 4 * 3 + l % 4 % 3; });
-
-PXL_INLINE Quads<4> loadQuads3(Blocks<4> all, const Pxl8u* p) {
-    const auto a = load(all, p), b = load(all, p + 64), c = load(all, p + 128);
-    return {{permute<1>(a, kQuads3<0, 0>, b), permute<1>(a, kQuads3<1, 0>, b), permute<1>(b, kQuads3<2, 1>, c),
-             permute<1>(b, kQuads3<3, 1>, c)}};
-}
-#endif
 
 template <int N>
 PXL_INLINE Quads<N> loadQuads4(Blocks<N> all, const Pxl8u* p) {
