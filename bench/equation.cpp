@@ -124,6 +124,42 @@ Colour twisted(const Colour& c) {
 double gammaForward(double x) { return x < 0.018 ? 4.5 * x : 1.099 * std::pow(x, 0.45) - 0.099; }
 double gammaInverse(double x) { return x < 0.081 ? x / 4.5 : std::pow((x + 0.099) / 1.099, 1 / 0.45); }
 
+// ---- the hexagonal colour models; a hue is a circle, of which no plain distance tells anything: NaN
+
+constexpr double kNoDistance = std::numeric_limits<double>::quiet_NaN();
+
+Colour toHexagonal(const Colour& c, bool isHls) {
+    const double largest = std::max({c[0], c[1], c[2]}), range = largest - std::min({c[0], c[1], c[2]});
+    const double lightness = largest - range / 2;
+    if (!isHls) return {kNoDistance, range == 0 ? 0 : range / largest, largest, 0};
+    return {kNoDistance, lightness, range == 0 ? 0 : range / (1 - std::fabs(2 * lightness - 1)), 0};
+}
+
+Colour fromHexagonal(const Colour& c, bool isHls) {
+    const double chroma = isHls ? (1 - std::fabs(2 * c[1] - 1)) * c[2] : c[2] * c[1];
+    const double low = isHls ? c[1] - chroma / 2 : c[2] - chroma;
+    Colour rgb = {};
+    for (std::size_t i = 0; i < 3; ++i) {
+        const double turn = c[0] - static_cast<double>(i) / 3, sixths = 6 * std::fabs(turn - std::round(turn));
+        rgb[i] = low + chroma * std::clamp(2 - sixths, 0.0, 1.0);
+    }
+    return rgb;
+}
+
+// An equation between channels of 0..1 for samples.
+template <class Map>
+Equation inUnits(catalog::Element element, const Map& map) {
+    const double full = element == catalog::Element::s16 ? 65535 : fullScale(element);
+    const double black = fullScale(element) - full;
+    return [=](const Colour& c) {
+        Colour unit = c;
+        for (double& value : unit) value = (value - black) / full;
+        unit = map(unit);
+        for (double& value : unit) value = value * full + black;
+        return unit;
+    };
+}
+
 Equation equationFor(const Export& function) {
     const std::string &from = function.source.space, &to = function.destination.space;
     const std::string_view name = function.name;
@@ -154,6 +190,12 @@ Equation equationFor(const Export& function) {
             };
         }
         return twisted;
+    }
+    for (const bool isHls : {true, false}) {
+        const auto element = function.destination.planes[0].element;
+        const char* const space = isHls ? "HLS" : "HSV";
+        if (to == space) return inUnits(element, [isHls](const Colour& c) { return toHexagonal(c, isHls); });
+        if (from == space) return inUnits(element, [isHls](const Colour& c) { return fromHexagonal(c, isHls); });
     }
     if (has("GammaFwd") || has("GammaInv")) {
         const double scale = fullScale(function.destination.planes[0].element);

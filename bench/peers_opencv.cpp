@@ -98,6 +98,12 @@ const std::map<std::string_view, Code> kCodes = {
     {"pxliGrayToRGB_32f_C1C3R", PXL_CODE(COLOR_GRAY2RGB)},
     {"pxliGrayToRGB_32f_C1C4R", PXL_CODE(COLOR_GRAY2RGBA)},
     {"pxliYCbCr422ToGray_8u_C2C1R", PXL_CODE(COLOR_YUV2GRAY_YUY2)},
+    {"pxliRGBToHLS_8u_C3R", PXL_CODE(COLOR_RGB2HLS_FULL)},
+    {"pxliRGBToHLS_32f_C3R", {cv::COLOR_RGB2HLS, "COLOR_RGB2HLS (hue in degrees)"}},
+    {"pxliHLSToRGB_8u_C3R", PXL_CODE(COLOR_HLS2RGB_FULL)},
+    {"pxliHLSToRGB_32f_C3R", {cv::COLOR_HLS2RGB, "COLOR_HLS2RGB (hue in degrees)"}},
+    {"pxliRGBToHSV_8u_C3R", PXL_CODE(COLOR_RGB2HSV_FULL)},
+    {"pxliHSVToRGB_8u_C3R", PXL_CODE(COLOR_HSV2RGB_FULL)},
 };
 #undef PXL_CODE
 

@@ -1,4 +1,5 @@
 // Loops as anybody would write them: what a conversion costs without this library where no other library has it.
+#include <algorithm>
 #include <cmath>
 #include <cstring>
 #include <memory>
@@ -30,7 +31,86 @@ bool eachColour(const Images& images, Map map) {
     return true;
 }
 
+// ---- hexagonal colour models of 16-bit pixels
+
+struct Pixel {
+    float a, b, c;
+};
+
+float hueOf(Pixel rgb, float largest, float range) {
+    const float hue = largest == rgb.a   ? (rgb.b - rgb.c) / range
+                      : largest == rgb.b ? (rgb.c - rgb.a) / range + 2
+                                         : (rgb.a - rgb.b) / range + 4;
+    return (hue < 0 ? hue + 6 : hue) * (65535 / 6.0F);
+}
+
+Pixel toHls(Pixel p) {
+    const float largest = std::max({p.a, p.b, p.c}), smallest = std::min({p.a, p.b, p.c}), sum = largest + smallest;
+    const float range = largest - smallest;
+    if (range == 0) return {0, largest, 0};
+    return {hueOf(p, largest, range), sum / 2, range / (sum <= 65535 ? sum : 131070 - sum) * 65535};
+}
+
+Pixel toHsv(Pixel p) {
+    const float largest = std::max({p.a, p.b, p.c}), range = largest - std::min({p.a, p.b, p.c});
+    if (range == 0) return {0, 0, largest};
+    return {hueOf(p, largest, range), range / largest * 65535, largest};
+}
+
+Pixel ofHue(float hue, float low, float high) {
+    const float sixths = hue / (65535 / 6.0F), span = high - low;
+    const int sector = static_cast<int>(sixths) % 6;
+    const float part = (sixths - floorf(sixths)) * span, up = low + part, down = high - part;
+    switch (sector) {
+        case 0:
+            return {high, up, low};
+        case 1:
+            return {down, high, low};
+        case 2:
+            return {low, high, up};
+        case 3:
+            return {low, down, high};
+        case 4:
+            return {up, low, high};
+        default:
+            return {high, low, down};
+    }
+}
+
+Pixel fromHls(Pixel p) {
+    const float s = p.c / 65535, high = p.b <= 32767.5F ? p.b * (1 + s) : p.b + 65535 * s - p.b * s;
+    return ofHue(p.a, 2 * p.b - high, high);
+}
+
+Pixel fromHsv(Pixel p) { return ofHue(p.a, p.c - p.c * (p.b / 65535), p.c); }
+
+template <class Map>
+Peer hexagonal(const Images& images, Map map) {
+    return {"float loop", [&images, map] {
+                const auto code = [](float x) { return static_cast<std::uint16_t>(lrintf(x)); };
+                const int channels = images.function.source.planes[0].channels;
+                const auto* from = reinterpret_cast<const std::uint16_t*>(images.source[0].first);
+                auto* to = reinterpret_cast<std::uint16_t*>(images.destination[0].first);
+                for (std::int64_t i = 0; i < images.source[0].bytes / 2; i += channels) {
+                    const Pixel out = map({float{from[i]}, float{from[i + 1]}, float{from[i + 2]}});
+                    to[i] = code(out.a), to[i + 1] = code(out.b), to[i + 2] = code(out.c);
+                }
+                return true;
+            }};
+}
+
+std::optional<Peer> hexagonal(const Images& images) {
+    const std::string_view name = images.function.name;
+    const auto is = [name](std::string_view start) { return name.substr(0, start.size()) == start; };
+    if (is("pxliRGBToHLS_16u")) return hexagonal(images, toHls);
+    if (is("pxliHLSToRGB_16u")) return hexagonal(images, fromHls);
+    if (is("pxliRGBToHSV_16u")) return hexagonal(images, toHsv);
+    if (is("pxliHSVToRGB_16u")) return hexagonal(images, fromHsv);
+    return std::nullopt;
+}
+
 std::optional<Peer> find(const Images& images) {
+    if (auto peer = hexagonal(images)) return peer;
     const std::string_view name = images.function.name;
     const auto startsWith = [name](std::string_view start) { return name.substr(0, start.size()) == start; };
     const bool isForward = startsWith("pxliGammaFwd");
