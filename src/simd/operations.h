@@ -444,6 +444,13 @@ constexpr float kLargestSample = sizeof(Sample) == 1           ? 255.0f
                                  : static_cast<Sample>(-1) < 0 ? 32767.0f
                                                                : 65535.0f;
 
+// Floats to integers that a pack stops at `top`; kLimit where they may be beyond 32-bit integers or no numbers.
+template <bool kLimit, int N>
+PXL_INLINE I32<N> toIntBelow(F32<N> a, float top) {
+    if constexpr (kLimit) a = minimum(a, fill<F32<N>>(top));  // the packs stop what is below, down to -2^31
+    return toInt(a);
+}
+
 // Floats to samples of type V by the current rounding mode, saturated to its range; NaN becomes the upper end. Without
 // kLimit only for floats that are numbers within 32-bit integers, whose saturation the packs do alone. Floats
 // themselves pass unchanged.
@@ -454,9 +461,7 @@ PXL_INLINE V saturatedSamples(Parts<F32<V::kN>, kCount> a) {
     } else {
         Parts<I32<V::kN>, kCount> whole;
         for (int k = 0; k < kCount; ++k) {
-            // the packs stop what is below, down to -2^31
-            if constexpr (kLimit) a.at[k] = minimum(a.at[k], fill<F32<V::kN>>(kLargestSample<typename V::Element>));
-            whole.at[k] = toInt(a.at[k]);
+            whole.at[k] = toIntBelow<kLimit>(a.at[k], kLargestSample<typename V::Element>);
         }
         return packSatSamples<V>(whole);
     }
