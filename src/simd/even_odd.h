@@ -1,4 +1,4 @@
-// Stores of three or four interleaved bytes a pixel from 16 * N pixels as even and odd ones in 16-bit lanes, which are
+// Stores of one, three or four bytes a pixel from 16 * N pixels as even and odd ones in 16-bit lanes, which are
 // saturated to bytes. Lane i of both, the pixels 2 * i and 2 * i + 1, belongs to sample i of a channel that two pixels
 // share.
 #pragma once
@@ -8,6 +8,11 @@
 PXL_BEGIN_TARGET
 
 // ---- inside each block
+
+template <class How>
+PXL_INLINE void store(How how, Pxl8u* p, EvenOdd<I16<How::kN>> samples) {
+    store(how, p, interleaveHalves(packSatU8(samples.even, samples.odd)));
+}
 
 // An even and an odd pixel are three pairs of bytes, c0 c1 | c2 c0 | c1 c2. Of the r-th 16 bytes of a block, pair q is
 // of kind (2 * r + q) mod 3, so that a shuffle and two blends a vector, as for samples of 16 bits, put them in order.

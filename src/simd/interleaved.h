@@ -25,6 +25,14 @@ PXL_INLINE U8<N> interleaveHighOf(U8<N> a, U8<N> b) {
     if constexpr (kSize == 8) return as<U8<N>>(interleaveHigh64(as<I32<N>>(a), as<I32<N>>(b)));
 }
 
+alignas(16) constexpr Bytes16 kInterleaveHalves = {{0, 8, 1, 9, 2, 10, 3, 11, 4, 12, 5, 13, 6, 14, 7, 15}};
+
+// The lower and the upper half of a block byte by byte in turn.
+template <int N>
+PXL_INLINE U8<N> interleaveHalves(U8<N> a) {
+    return pick(a, pattern<N>(kInterleaveHalves));
+}
+
 // ---- three channels, inside each block
 //
 // Sample q of the r-th 16 bytes of a block belongs to channel (L * r + q) mod 3. So two selections collect a channel's

@@ -186,6 +186,25 @@ PXL_INLINE U8<1> loadHalves(Part part, const Pxl8u* p, const Pxl8u* q) {
     return load(Blocks<1>{}, bytes);
 }
 
+// ---- six samples a block: the lower 12 bytes of block i to the samples from p + 6 * i on
+
+PXL_INLINE void storeSixOfEight(Blocks<1>, Pxl16u* p, U16<1> a) {
+    _mm_storel_epi64(reinterpret_cast<__m128i*>(p), a.v);
+    _mm_storeu_si32(p + 4, _mm_srli_si128(a.v, 8));
+}
+#if PXL_BLOCKS == 2
+PXL_INLINE void storeSixOfEight(Blocks<2>, Pxl16u* p, U16<2> a) {
+    const __m256i sorted = _mm256_permutevar8x32_epi32(a.v, _mm256_setr_epi32(0, 1, 2, 4, 5, 6, 0, 0));
+    _mm_storeu_si128(reinterpret_cast<__m128i*>(p), _mm256_castsi256_si128(sorted));
+    _mm_storel_epi64(reinterpret_cast<__m128i*>(p + 8), _mm256_extracti128_si256(sorted, 1));
+}
+#elif PXL_BLOCKS == 4
+PXL_INLINE void storeSixOfEight(Blocks<4>, Pxl16u* p, U16<4> a) {
+    const __m512i order = _mm512_setr_epi32(0, 1, 2, 4, 5, 6, 8, 9, 10, 12, 13, 14, 0, 0, 0, 0);
+    _mm512_mask_storeu_epi32(p, 0x0FFF, _mm512_permutexvar_epi32(order, a.v));
+}
+#endif
+
 // ---- one channel of which several pixels share a sample, widened: block i holds the samples of 16 pixels
 
 // Shared by two pixels: 8 * N samples.

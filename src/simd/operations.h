@@ -354,6 +354,27 @@ PXL_BINARY(pick, U8, shuffle_epi8)
     }
 PXL_FOR_EACH_N(PXL_STRADDLE_N, alignr_epi8)
 
+// The one operation across blocks: block i is block i - 1 of a, the first one is `before`.
+PXL_INLINE U8<1> blocksBefore(U8<1>, U8<1> before) { return before; }
+PXL_INLINE U8<1> lastBlock(U8<1> a) { return a; }
+#if PXL_BLOCKS == 2
+PXL_INLINE U8<2> blocksBefore(U8<2> a, U8<1> before) {
+    return {_mm256_inserti128_si256(_mm256_castsi128_si256(before.v), _mm256_castsi256_si128(a.v), 1)};
+}
+PXL_INLINE U8<1> lastBlock(U8<2> a) { return {_mm256_extracti128_si256(a.v, 1)}; }
+#elif PXL_BLOCKS == 4
+PXL_INLINE U8<4> blocksBefore(U8<4> a, U8<1> before) {
+    return {_mm512_alignr_epi64(a.v, _mm512_broadcast_i32x4(before.v), 6)};
+}
+PXL_INLINE U8<1> lastBlock(U8<4> a) { return {_mm512_extracti32x4_epi32(a.v, 3)}; }
+#endif
+
+// 32-bit lanes a, b, a, b, ...
+template <int N>
+PXL_INLINE I32<N> fillPairs32(int a, int b) {
+    return as<I32<N>>(blend16<0xCC>(as<U8<N>>(fill<I32<N>>(a)), as<U8<N>>(fill<I32<N>>(b))));
+}
+
 // Unsigned bytes to 16-bit lanes.
 template <int N>
 PXL_INLINE Halves<I16<N>> widen(U8<N> a) {

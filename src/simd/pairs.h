@@ -99,12 +99,11 @@ PXL_INLINE Pairs<N> pairsTwice(U8<N> a) {
 }
 
 // Of 8 * N pairs the first bytes at p and the second at q.
-alignas(16) constexpr Bytes16 kInterleaveHalves = {{0, 8, 1, 9, 2, 10, 3, 11, 4, 12, 5, 13, 6, 14, 7, 15}};
 alignas(16) constexpr Bytes16 kSeparateHalves = {{0, 2, 4, 6, 8, 10, 12, 14, 1, 3, 5, 7, 9, 11, 13, 15}};
 
 template <class How>
 PXL_INLINE U8<How::kN> loadInterleaved(How how, const Pxl8u* p, const Pxl8u* q) {
-    return pick(loadHalves(how, p, q), pattern<How::kN>(kInterleaveHalves));
+    return interleaveHalves(loadHalves(how, p, q));
 }
 template <class How>
 PXL_INLINE void storeSeparated(How how, Pxl8u* p, Pxl8u* q, U8<How::kN> pairs) {

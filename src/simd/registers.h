@@ -115,6 +115,8 @@ struct EvenOdd {
     V even;
     V odd;
 };
+template <class V>
+EvenOdd(V, V) -> EvenOdd<V>;
 
 // Interleaved channels after loading, in storage order; U8 x 3 is 16 * N pixels.
 template <class V>

@@ -1,6 +1,6 @@
 #include "ycbcr/ycbcr420_decode_kernels.h"
 
-#include "simd/pixels.h"
+#include "ycbcr/subsampled_decode_rows.h"
 #include "ycbcr/ycbcr420_decode_forms.h"
 
 PXL_BEGIN_TARGET
@@ -13,30 +13,19 @@ using Destination = Kernels::Destination;
 
 // ---- chroma of the pixels from x on: one sample for an even and an odd pixel, or one for each
 
-struct ChromaPlanes {
-    Planes row;
-    template <class How>
-    PXL_INLINE Chroma<I16<How::kN>> load(How how, Index x) const {
-        return {loadHalf(how, row.plane[0] + x / 2), loadHalf(how, row.plane[1] + x / 2)};
-    }
-};
-
-// Interleaved, Cb first or Cr first.
 struct ChromaPairs {
     const Pxl8u* row;
     template <class How>
-    PXL_INLINE Chroma<I16<How::kN>> load(How how, Index x) const {
-        const auto samples = evenOdd(PXL_TARGET::load(how, row + x));
-        return {samples.even, samples.odd};
+    PXL_INLINE auto load(How how, Index x) const {
+        return cbCr(PXL_TARGET::load(how, row + x));
     }
 };
 
 struct ChromaPairsCrFirst {
     const Pxl8u* row;
     template <class How>
-    PXL_INLINE Chroma<I16<How::kN>> load(How how, Index x) const {
-        const auto samples = evenOdd(PXL_TARGET::load(how, row + x));
-        return {samples.odd, samples.even};
+    PXL_INLINE auto load(How how, Index x) const {
+        return crCb(PXL_TARGET::load(how, row + x));
     }
 };
 
@@ -44,8 +33,8 @@ struct ChromaPairsCrFirst {
 struct QuarterPlanes {
     Planes row;
     template <class How>
-    PXL_INLINE Chroma<I16<How::kN>> load(How how, Index x) const {
-        return {loadQuarterTwice(how, row.plane[0] + x / 4), loadQuarterTwice(how, row.plane[1] + x / 4)};
+    PXL_INLINE auto load(How how, Index x) const {
+        return Chroma{loadQuarterTwice(how, row.plane[0] + x / 4), loadQuarterTwice(how, row.plane[1] + x / 4)};
     }
 };
 
@@ -74,59 +63,16 @@ struct FilteredPlanes {
         return filtered(how, samples, samples + 1);
     }
     template <class How>
-    PXL_INLINE EvenOdd<Chroma<I16<How::kN>>> load(How how, Index x) const {
+    PXL_INLINE auto load(How how, Index x) const {
         const bool last = x + 16 * How::kN >= width;
         const auto cb = filtered(how, row.plane[0] + x / 2, last), cr = filtered(how, row.plane[1] + x / 2, last);
-        return {{cb.even, cr.even}, {cb.odd, cr.odd}};
-    }
-};
-
-// ---- groups of pixels
-
-template <class Form, int N>
-PXL_INLINE auto termsOf(Chroma<I16<N>> chroma) {
-    const auto terms = Form::terms(chroma);
-    return EvenOdd<decltype(terms)>{terms, terms};
-}
-
-template <class Form, int N>
-PXL_INLINE auto termsOf(EvenOdd<Chroma<I16<N>>> chroma) {
-    const auto even = Form::terms(chroma.even), odd = Form::terms(chroma.odd);
-    return EvenOdd<decltype(even)>{even, odd};
-}
-
-template <class Form, int N, class Terms>
-PXL_INLINE Channels3<EvenOdd<I16<N>>> decode(U8<N> luma, const EvenOdd<Terms>& terms) {
-    const auto y = Form::luma(luma);
-    const Rgb<I16<N>> even = Form::pixel(y.even, terms.even), odd = Form::pixel(y.odd, terms.odd);
-    return {{even.r, odd.r}, {even.g, odd.g}, {even.b, odd.b}};
-}
-
-// The rows that share a row of chroma, and what becomes of the pixels from x on.
-template <int kRows, class Source, class Pixels>
-struct Rows {
-    const Pxl8u* luma[kRows];
-    Source chroma;
-    Pixels dst[kRows];
-    template <class Form, class How>
-    PXL_INLINE void decode(How how, Index x) const {
-        const auto terms = termsOf<Form>(chroma.load(how, x));
-        for (int i = 0; i < kRows; ++i) {
-            dst[i].store(how, x, PXL_TARGET::decode<Form>(load(how, luma[i] + x), terms));
-        }
+        return EvenOdd{Chroma{cb.even, cr.even}, Chroma{cb.odd, cr.odd}};
     }
 };
 
 template <class Source, class Pixels>
 PXL_INLINE Rows<2, Source, Pixels> pairOfRows(Luma luma, Source chroma, Pixels upper, Pixels lower) {
     return {{luma.upper, luma.lower}, chroma, {upper, lower}};
-}
-
-// Whole groups of 16 pixels with one form, the pixels left over with another.
-template <class Group, class Tail, class Rows>
-PXL_INLINE void decodeRows(const Rows& rows, Index width) {
-    const Index x = eachGroup<16>(width, [&](auto how, Index at) PXL_BODY { rows.template decode<Group>(how, at); });
-    if (x < width) rows.template decode<Tail>(Part{static_cast<int>(width - x)}, x);
 }
 
 // 4:1:1: whole groups of four pixels with one form, the pixels left over with another.
@@ -136,11 +82,6 @@ PXL_INLINE void decodeRows411(const Rows& rows, Index width) {
     decodeRows<Group, Group>(rows, grouped);
     if (grouped < width) rows.template decode<Tail>(Part{static_cast<int>(width - grouped)}, grouped);
 }
-
-PXL_INLINE auto rgb(Pxl8u* row) { return PackedC3{row}; }
-PXL_INLINE auto rgb(Pxl8u* row, Pxl8u alpha) { return PackedC4{row, alpha}; }
-PXL_INLINE auto bgr(Pxl8u* row) { return Reversed{PackedC3{row}}; }
-PXL_INLINE auto bgr(Pxl8u* row, Pxl8u alpha) { return Reversed{PackedC4{row, alpha}}; }
 
 using CentredQ12 = DecodeCentred<kDecodeQ12>;
 using CentredQ13 = DecodeCentred<kDecodeQ13>;

@@ -1,8 +1,6 @@
 #include "ycbcr/ycbcr420_encode_kernels.h"
 
-#include "simd/pairs.h"
-#include "simd/pixels.h"
-#include "ycbcr/ycbcr420_encode_forms.h"
+#include "ycbcr/subsampled_encode_rows.h"
 
 PXL_BEGIN_TARGET
 namespace {
@@ -12,40 +10,12 @@ using RgbAC4 = PackedAC4<const Pxl8u>;
 using BgrC3 = Reversed<RgbC3>;
 using BgrAC4 = Reversed<RgbAC4>;
 
-template <class Form, class Pixels, class How>
-PXL_INLINE Rgb<U8<How::kN>> loadCentred(Pixels row, How how, Index x) {
-    const auto px = row.load(how, x);
-    return Form::centred(Rgb<U8<How::kN>>{px.c0, px.c1, px.c2});
-}
-
-template <class Form, int N>
-PXL_INLINE Rgb<I16<N>> pairSums(Rgb<U8<N>> p) {
-    return {Form::pairSums(p.r), Form::pairSums(p.g), Form::pairSums(p.b)};
-}
-
-template <int N>
-PXL_INLINE Rgb<I16<N>> added(Rgb<I16<N>> a, Rgb<I16<N>> b) {
-    return {addWrap(a.r, b.r), addWrap(a.g, b.g), addWrap(a.b, b.b)};
-}
-
-// ---- destinations of the chroma of the pixels from x on, which comes as [Cb x 8, Cr x 8] in each block
-
-struct PlanarChroma {
-    RowOf<Pxl8u, 2> row;
-    template <int N>
-    PXL_INLINE void store(Blocks<N> all, Index x, U8<N> chroma) const {
-        storeHalves(all, row.plane[0] + x / 2, row.plane[1] + x / 2, chroma);
-    }
-    PXL_INLINE void store(Part part, Index x, U8<1> chroma) const {
-        storeHalves(Part{part.count / 2}, row.plane[0] + x / 2, row.plane[1] + x / 2, chroma);
-    }
-};
-
+// Interleaved Cb and Cr.
 struct PairedChroma {
     Pxl8u* row;
     template <class How>
     PXL_INLINE void store(How how, Index x, U8<How::kN> chroma) const {
-        PXL_TARGET::store(how, row + x, pick(chroma, pattern<How::kN>(kInterleaveHalves)));
+        PXL_TARGET::store(how, row + x, interleaveHalves(chroma));
     }
 };
 
@@ -61,8 +31,8 @@ PXL_INLINE void encodePair(RowPair<const Pxl8u> src, RowPair<Pxl8u> luma, Chroma
         store(how, luma.lower + x, Form::luma(lower));
         chroma.store(how, x, Form::chroma(added(pairSums<Form>(upper), pairSums<Form>(lower))));
     };
-    const Index x = eachGroup<16>(width, [&](auto how, Index at) { convert(EncodeBlocks<k>{}, how, at); });
-    if (x < width) convert(EncodeBlocksReference<k>{}, Part{static_cast<int>(width - x)}, x);
+    const Index x = eachGroup<16>(width, [&](auto how, Index at) { convert(EncodeShared<k, kFourPixels>{}, how, at); });
+    if (x < width) convert(EncodeSharedReference<k, kFourPixels>{}, Part{static_cast<int>(width - x)}, x);
 }
 
 template <EncoderSet k, class Pixels>
@@ -94,9 +64,10 @@ void to411(const Pxl8u* src, Pxl8u* luma, RowOf<Pxl8u, 2> chroma, Index width) {
         const Rgb<I16<N>> sums = {withNeighbour(pairs.r), withNeighbour(pairs.g), withNeighbour(pairs.b)};
         storeQuarters(quarter, chroma.plane[0] + x / 4, chroma.plane[1] + x / 4, Form::chromaOfTwins(sums));
     };
-    const Index x = eachGroup<16>(width, [&](auto how, Index at) { convert(EncodeBlocks<k>{}, how, how, at); });
+    const Index x =
+        eachGroup<16>(width, [&](auto how, Index at) { convert(EncodeShared<k, kFourPixels>{}, how, how, at); });
     const int rest = static_cast<int>(width - x);
-    if (rest > 0) convert(EncodeBlocksReference<k>{}, Part{rest}, Part{rest / 4}, x);
+    if (rest > 0) convert(EncodeSharedReference<k, kFourPixels>{}, Part{rest}, Part{rest / 4}, x);
 }
 
 }  // namespace

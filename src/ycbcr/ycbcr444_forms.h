@@ -93,16 +93,29 @@ struct EncodeQ16 {
 // Group form of the interleaved encoders: products rounded to 10.6.
 struct EncodeQ14 {
     template <int N>
+    PXL_INLINE static I16<N> term(I16<N> x128, int factor) {
+        return mulRound15(x128, fill<I16<N>>(factor));
+    }
+    template <int N>
+    PXL_INLINE static I16<N> luma(Rgb<I16<N>> p) {
+        const auto sum = addWrap(addWrap(term(p.r, 4211), term(p.g, 8258)), term(p.b, 1606));
+        return shiftRight<6>(addWrap(sum, fill<I16<N>>(16 * 64 + 32)));
+    }
+    template <int kRounding, int N>
+    PXL_INLINE static I16<N> cb(Rgb<I16<N>> p) {
+        const auto sum = subWrap(term(p.b, 7193), addWrap(term(p.r, 2425), term(p.g, 4768)));
+        return shiftRight<6>(addWrap(sum, fill<I16<N>>(128 * 64 + kRounding)));
+    }
+    template <int kRounding, int N>
+    PXL_INLINE static I16<N> cr(Rgb<I16<N>> p) {
+        const auto sum = subWrap(term(p.r, 7193), addWrap(term(p.g, 6029), term(p.b, 1163)));
+        return shiftRight<6>(addWrap(sum, fill<I16<N>>(128 * 64 + kRounding)));
+    }
+    template <int N>
     PXL_INLINE static Ycc<I16<N>> lanes(Rgb<U16<N>> p256) {
-        const auto term = [](I16<N> x128, int factor) { return mulRound15(x128, fill<I16<N>>(factor)); };
-        const auto [r, g, b] = halved(p256);
-        const auto luma = addWrap(addWrap(term(r, 4211), term(g, 8258)), term(b, 1606));
-        const auto cb = subWrap(term(b, 7193), addWrap(term(r, 2425), term(g, 4768)));
-        const auto cr = subWrap(term(r, 7193), addWrap(term(g, 6029), term(b, 1163)));
-        // 128 * 64 + 2, not + 32: the terms have been rounded already. Deliberate.
-        const auto chromaOffset = fill<I16<N>>(8194);
-        return {shiftRight<6>(addWrap(luma, fill<I16<N>>(16 * 64 + 32))), shiftRight<6>(addWrap(cb, chromaOffset)),
-                shiftRight<6>(addWrap(cr, chromaOffset))};
+        const auto p = halved(p256);
+        // 2, not 32: the terms have been rounded already. Deliberate.
+        return {luma(p), cb<2>(p), cr<2>(p)};
     }
     template <int N>
     PXL_INLINE static Halves<Ycc<I16<N>>> halves(Rgb<U8<N>> p) {
@@ -112,9 +125,7 @@ struct EncodeQ14 {
 
 // ---- decoders: Y 16..235 and chroma around 128 to R'G'B' 0..255, saturated
 
-// The two BT.601 sets (the other one is kDecode601b) differ in the last digits, and one of them also exists without
-// rounding. Deliberate.
-constexpr DecoderQ16 kDecode601 = {76282, 104593, -25689, -53279, 132184, 32768};
+// The second BT.601 set also exists without rounding. Deliberate.
 constexpr DecoderQ16 kDecode601Truncating = {76284, 104595, -25690, -53281, 132186, 0};
 
 // A reference form; DecoderQ16 as a type.

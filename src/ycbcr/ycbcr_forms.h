@@ -17,7 +17,8 @@ struct Rgb {
 struct DecoderQ16 {
     int y, crToR, cbToG, crToG, cbToB, rounding;
 };
-// ITU-R BT.601
+// ITU-R BT.601. The two sets differ in the last digits: deliberate.
+constexpr DecoderQ16 kDecode601 = {76282, 104593, -25689, -53279, 132184, 32768};
 constexpr DecoderQ16 kDecode601b = {76284, 104595, -25690, -53281, 132186, 32768};
 
 // ---- decoders with 16-bit arithmetic
