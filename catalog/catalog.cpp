@@ -19,9 +19,12 @@ struct Extras {
     int sizeMultiple = 1;
     bool testsSteps = false;
     bool acceptsEmpty = false;
+    bool stepsInElements = false;
+    PxlStatus badStep = pxlStatusBadStep;
     bool partialSourceSamples = false;  // a chroma sample of the source may serve fewer pixels at the end of a row
     int packedSourceBits = 0;           // PlaneShape::packedBits
     int packedDestinationBits = 0;
+    int bytesBeforeLonePixel = 0;  // of the source
 };
 
 // ---- from the function's type
@@ -205,6 +208,8 @@ Export describe(std::string_view name, std::string_view summary, const Family& f
     e.sizeMultiple = own.sizeMultiple;
     e.testsSteps = own.testsSteps || family.extras.testsSteps;
     e.acceptsEmpty = own.acceptsEmpty || family.extras.acceptsEmpty;
+    e.stepsInElements = family.extras.stepsInElements;
+    e.badStep = family.extras.badStep;
     Sides sides;
     e.parameters = rolesOf(types, sides);
     const bool hasSource = e.has(Role::sourcePlane) || e.has(Role::sourcePlanes);
@@ -214,6 +219,7 @@ Export describe(std::string_view name, std::string_view summary, const Family& f
     e.destination = std::move(parts.destination);
     for (PlaneShape& plane : e.source.planes) {
         plane.partialSamples = own.partialSourceSamples || family.extras.partialSourceSamples;
+        plane.bytesBeforeLonePixel = own.bytesBeforeLonePixel;
     }
     for (PlaneShape& plane : e.source.planes) plane.packedBits = own.packedSourceBits;
     for (PlaneShape& plane : e.destination.planes) plane.packedBits = own.packedDestinationBits;
@@ -334,6 +340,8 @@ Values::Values(const Export& function, const Arguments& arguments) : values_(fun
                 break;
             case Role::sourceStep:
                 value.integer = function.source.planeArray ? sharedStep(source) : source.at(plane).step;
+                if (function.stepsInElements)
+                    value.integer /= static_cast<int>(bytesOf(function.source.planes[0].element));
                 break;
             case Role::sourceSteps:
                 value.steps = sourceSteps_;
@@ -346,6 +354,8 @@ Values::Values(const Export& function, const Arguments& arguments) : values_(fun
                 break;
             case Role::destinationStep:
                 value.integer = function.destination.planeArray ? sharedStep(destination) : destination.at(plane).step;
+                if (function.stepsInElements)
+                    value.integer /= static_cast<int>(bytesOf(function.destination.planes[0].element));
                 break;
             case Role::destinationSteps:
                 value.steps = destinationSteps_;

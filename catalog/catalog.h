@@ -26,10 +26,17 @@ struct PlaneShape {
     int widthShift = 0;   // positions in a row: width >> widthShift, with partialSamples rounded up
     int heightShift = 0;  // rows: height >> heightShift
     bool partialSamples = false;
-    int packedBits = 0;  // samples of so many bits without gaps, in bytes; 0: a sample is an element
+    int packedBits = 0;            // samples of so many bits without gaps, in bytes; 0: a sample is an element
+    bool v210 = false;             // 10-bit 4:2:2, six pixels in four elements
+    bool v210Chroma = true;        // ... of which chroma is used as well
+    int bytesBeforeLonePixel = 0;  // how many bytes in front of a row of one pixel are read as well
 
     std::int64_t rowSamples(std::int64_t width) const {
         if (packedBits > 0) return (width * packedBits + 7) / 8;
+        if (v210) {
+            constexpr int kOfRest[] = {0, 1, 2, 3, 3, 4};
+            return width / 6 * 4 + kOfRest[width % 6] - (width % 6 == 3 && !v210Chroma ? 1 : 0);
+        }
         return ((width + (partialSamples ? (1 << widthShift) - 1 : 0)) >> widthShift) * channels;
     }
     std::int64_t rowBytes(std::int64_t width) const {
@@ -42,7 +49,7 @@ struct PlaneShape {
 struct ImageShape {
     std::string space;   // colour space in the channel order of the name: "RGB", "BGR", "YCbCr", "CbYCr", "Gray" ...
     int sampling = 444;  // 444, 422, 420, 411, 1620 (4:1:0)
-    std::string layout;  // "C1" "C2" "C3" "C4" "AC4" "P2" "P3" "P4" "AP4"
+    std::string layout;  // "C1" "C2" "C3" "C4" "AC4" "P2" "P3" "P4" "AP4"; "v210"; "565": 5, 6 and 5 bits of an element
     std::vector<PlaneShape> planes;
     bool planeArray = false;  // passed as an array of plane pointers
     bool stepArray = false;   // ... with an array of steps, one a plane
@@ -97,9 +104,11 @@ struct Export {
     bool anyHeight = false;  // below 1 it converts nothing
     int sizeMultiple = 1;    // of width and height; others are refused
     bool inPlace = false;
-    bool testsSteps = false;    // answers a step below 1 with pxlStatusBadStep
-    bool acceptsEmpty = false;  // converts nothing, without an error, where the size is below the minimum
-    ImageShape source;          // of in-place functions the same as destination
+    bool testsSteps = false;       // answers a step below 1 with badStep
+    bool acceptsEmpty = false;     // converts nothing, without an error, where the size is below the minimum
+    bool stepsInElements = false;  // steps count elements of the image, not bytes
+    PxlStatus badStep = pxlStatusBadStep;
+    ImageShape source;  // of in-place functions the same as destination
     ImageShape destination;
     std::vector<Parameter> parameters;
     PxlStatus (*call)(const Value* arguments) = nullptr;  // one value a parameter, in order

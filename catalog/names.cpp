@@ -99,6 +99,12 @@ NameParts parseName(std::string_view name, Element source, Element destination) 
 
     parts.source.planes = planesOf(parts.source, source);
     parts.destination.planes = planesOf(parts.destination, destination);
+    if (spaces.substr(0, to).ends_with("v210")) {
+        parts.source.layout = "v210";
+        parts.source.planes = {{.element = source, .v210 = true, .v210Chroma = parts.destination.space != "Gray"}};
+        if (parts.destination.layout == "C3") parts.destination.layout = "565";  // three channels in one element
+        parts.destination.planes = {{.element = destination}};
+    }
     return parts;
 }
 

@@ -8,9 +8,10 @@
  *    the function needs. A planar image is an array of plane pointers.
  *  - All checks run before the first byte is written, in the order that the function's documentation lists; the first
  *    one that fails decides the status.
- *  - Nothing outside the region is read or written. No function allocates, locks, keeps state or starts a thread; any
- *    number of calls may run at once as long as no destination overlaps another destination or a source (the in-place
- *    functions, marked by an I in their layout suffix, excepted).
+ *  - Nothing outside the region is read or written. (Three 4:2:2 decoders read a byte in front of a row of one pixel.)
+ *  - No function allocates, locks, keeps state or starts a thread; any number of calls may run at once as long as no
+ *    destination overlaps another destination or a source (the in-place functions, marked by an I in their layout
+ *    suffix, excepted).
  */
 #ifndef PXLCC_H
 #define PXLCC_H
@@ -22,6 +23,7 @@
 #include "pxlcc/repack.h"
 #include "pxlcc/types.h"
 #include "pxlcc/ycbcr.h"
+#include "pxlcc/ycbcr422.h"
 #include "pxlcc/ycocg_photoycc.h"
 
 #endif

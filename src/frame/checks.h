@@ -43,9 +43,9 @@ inline auto atLeastWide(PxlSize size, int width) {
     return Check{[=]() -> PxlStatus { return size.width < width ? pxlStatusBadSize : pxlStatusOk; }};
 }
 
-template <class... Steps>
+template <PxlStatus kStatus = pxlStatusBadStep, class... Steps>
 auto positiveSteps(Steps... steps) {
-    return Check{[=]() -> PxlStatus { return ((steps < 1) || ...) ? pxlStatusBadStep : pxlStatusOk; }};
+    return Check{[=]() -> PxlStatus { return ((steps < 1) || ...) ? kStatus : pxlStatusOk; }};
 }
 
 inline PxlStatus firstBad() { return pxlStatusOk; }

@@ -129,7 +129,7 @@ PxlStatus statusOf(Fault fault, const Export& function) {
         case Fault::size:
             return function.acceptsEmpty ? pxlStatusOk : pxlStatusBadSize;
         case Fault::step:
-            return pxlStatusBadStep;
+            return function.badStep;
         case Fault::grid:
             return pxlStatusBadArgument;
     }

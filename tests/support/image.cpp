@@ -123,9 +123,10 @@ Image::Image(const catalog::ImageShape& shape, PxlSize size, const Placement& pl
         plane.step = (ownStep ? plane.rowBytes : sharedRow) + (placement.padding + extra) * element;
         if (placement.where == Placement::Where::aligned) plane.step = (plane.step + 15) / 16 * 16;
         const std::ptrdiff_t extent = plane.rows == 0 ? 0 : (plane.rows - 1) * plane.step + plane.rowBytes;
+        const int before = size.width == 1 ? plane.shape.bytesBeforeLonePixel : 0;
         plane.arena = takeArena(static_cast<std::size_t>(extent + 2 * kSurroundings));
         std::byte* low = placement.where == Placement::Where::againstEnd     ? plane.arena->end() - extent
-                         : placement.where == Placement::Where::againstStart ? plane.arena->begin()
+                         : placement.where == Placement::Where::againstStart ? plane.arena->begin() + before
                                                                              : plane.arena->begin() + kSurroundings;
         std::byte* high = low + extent;
         plane.window = {low - std::min(kSurroundings, low - plane.arena->begin()),
