@@ -29,7 +29,7 @@ struct Extras {
 
 // ---- from the function's type
 
-enum class Kind { image, planes, step, steps, size, weights, matrix, integer, real, rectangle, grid };
+enum class Kind { image, planes, step, steps, size, weights, matrix, integer, real, rectangle, grid, dither };
 
 struct TypeInfo {
     Kind kind;
@@ -58,6 +58,8 @@ constexpr TypeInfo infoOf(bool afterSize) {
         return {Kind::rectangle};
     } else if constexpr (std::is_same_v<T, PxlBayerGrid>) {
         return {Kind::grid};
+    } else if constexpr (std::is_same_v<T, PxlDitherType>) {
+        return {Kind::dither};
     } else if constexpr (std::is_pointer_v<T>) {
         using Pointee = std::remove_pointer_t<T>;
         using Plain = std::remove_const_t<Pointee>;
@@ -133,17 +135,36 @@ struct Sides {
     bool sourceArray = false, sourceSteps = false, destinationArray = false, destinationSteps = false;
 };
 
+// The numbers around the dither type: size, noise, type, levels; or, to single bits, bit offset, size, noise and seed,
+// which do not count, type, threshold.
+void nameNumbersOfDithering(std::vector<Parameter>& parameters) {
+    const auto size = std::ranges::find(parameters, Role::size, &Parameter::role);
+    const auto type = std::ranges::find(parameters, Role::ditherType, &Parameter::role);
+    if (type - size == 2) {
+        size[1].role = Role::noise;
+        type[1].role = Role::levels;
+    } else {
+        size[-1].role = Role::bitOffset;
+        size[1].role = size[2].role = Role::reserved;
+        type[1].role = Role::threshold;
+    }
+}
+
 std::vector<Parameter> rolesOf(const std::vector<TypeInfo>& types, Sides& sides) {
     const bool hasRange = std::ranges::count(types, Kind::real, &TypeInfo::kind) == 2;
     std::vector<Parameter> parameters;
     int sourcePlanes = 0, destinationPlanes = 0;
     bool ofSource = false, lowSeen = false;  // which side the last image pointer belongs to; vMin has come
-    bool gridSeen = false;
+    bool gridSeen = false, ditherSeen = false;
     const bool hasGrid = std::ranges::count(types, Kind::grid, &TypeInfo::kind) > 0;
     for (const TypeInfo& type : types) {
         Parameter parameter = {.role = Role::size, .element = type.element};
         switch (type.kind) {
             case Kind::image:
+                if (ditherSeen) {
+                    parameter.role = Role::scratch;
+                    break;
+                }
                 ofSource = type.constant;
                 parameter.role = ofSource ? Role::sourcePlane : Role::destinationPlane;
                 parameter.plane = ofSource ? sourcePlanes++ : destinationPlanes++;
@@ -175,6 +196,10 @@ std::vector<Parameter> rolesOf(const std::vector<TypeInfo>& types, Sides& sides)
                 parameter.role = Role::grid;
                 gridSeen = true;
                 break;
+            case Kind::dither:
+                parameter.role = Role::ditherType;
+                ditherSeen = true;
+                break;
             case Kind::matrix:
                 parameter.role = Role::matrix;
                 break;
@@ -188,6 +213,7 @@ std::vector<Parameter> rolesOf(const std::vector<TypeInfo>& types, Sides& sides)
         }
         parameters.push_back(parameter);
     }
+    if (ditherSeen) nameNumbersOfDithering(parameters);
     return parameters;
 }
 
@@ -289,6 +315,11 @@ bool Parameter::isPointer() const {
         case Role::rectangle:
         case Role::grid:
         case Role::reserved:
+        case Role::noise:
+        case Role::ditherType:
+        case Role::levels:
+        case Role::bitOffset:
+        case Role::threshold:
             return false;
         default:
             return true;
@@ -315,6 +346,18 @@ const Export* find(std::string_view name) {
 PxlStatus invoke(const Export& function, const Arguments& arguments) {
     return function.call(Values(function, arguments).begin());
 }
+
+namespace {
+
+// As many bytes as ReduceBits asks for.
+std::unique_ptr<std::byte[]> scratchOf(const Arguments& arguments) {
+    int bytes = 0;
+    pxliReduceBitsGetBufferSize(pxlC1, arguments.size, arguments.noise,
+                                static_cast<PxlDitherType>(arguments.ditherType), &bytes);
+    return bytes > 0 ? std::make_unique_for_overwrite<std::byte[]>(static_cast<std::size_t>(bytes)) : nullptr;
+}
+
+}  // namespace
 
 Values::Values(const Export& function, const Arguments& arguments) : values_(function.parameters.size()) {
     const auto& source = arguments.source;
@@ -395,7 +438,24 @@ Values::Values(const Export& function, const Arguments& arguments) : values_(fun
                 value.pointer = const_cast<float*>(arguments.gains);
                 break;
             case Role::reserved:
+            case Role::bitOffset:
                 value.integer = 0;
+                break;
+            case Role::noise:
+                value.integer = arguments.noise;
+                break;
+            case Role::ditherType:
+                value.integer = arguments.ditherType;
+                break;
+            case Role::levels:
+                value.integer = arguments.levels;
+                break;
+            case Role::threshold:
+                value.integer = arguments.threshold;
+                break;
+            case Role::scratch:
+                scratch_ = scratchOf(arguments);
+                value.pointer = scratch_.get();
                 break;
         }
     }

@@ -7,6 +7,7 @@
 
 #include <cstddef>
 #include <cstdint>
+#include <memory>
 #include <span>
 #include <string>
 #include <string_view>
@@ -75,6 +76,12 @@ enum class Role {
     rectangle,   // of the source image: the pixels that are converted; as large as the size
     grid,        // PxlBayerGrid
     gains,       // pointer to 3 float factors of the result, may be null
+    noise,       // 0..100
+    ditherType,  // PxlDitherType
+    levels,      // 2..256
+    bitOffset,   // of the first pixel of a row of packed bits
+    threshold,   // samples above it are 1
+    scratch,     // pointer to memory of the caller's, which invoke() brings
     reserved,    // an integer that the function does not look at
 };
 
@@ -142,6 +149,10 @@ struct Arguments {
     double rangeHigh = 1;
     int grid = pxlBayRGGB;
     const float* gains = nullptr;
+    int noise = 0;
+    int ditherType = pxlDitherNone;
+    int levels = 16;
+    int threshold = 127;
 };
 
 // Calls the function. Planes that share one step in its signature must have equal steps here, or std::invalid_argument
@@ -166,6 +177,7 @@ private:
     void* destinationPlanes_[4] = {};
     int sourceSteps_[4] = {};
     int destinationSteps_[4] = {};
+    std::unique_ptr<std::byte[]> scratch_;
     std::vector<Value> values_;
 };
 

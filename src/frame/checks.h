@@ -48,6 +48,16 @@ auto positiveSteps(Steps... steps) {
     return Check{[=]() -> PxlStatus { return ((steps < 1) || ...) ? kStatus : pxlStatusOk; }};
 }
 
+// The integer behind an enumerated argument, which a caller may have set to what the enumeration does not have. Such a
+// value must not be read as an enumerator.
+template <class Enumeration>
+int codeOf(const Enumeration& argument) {
+    static_assert(sizeof(Enumeration) == sizeof(int));
+    int code;
+    __builtin_memcpy(&code, &argument, sizeof code);
+    return code;
+}
+
 inline PxlStatus firstBad() { return pxlStatusOk; }
 
 template <class First, class... Rest>

@@ -73,6 +73,10 @@ Call::Call(const Export& f, PxlSize size, const Placement& sourcePlacement, cons
     arguments.grid = random.below(4);
     for (float& gain : gains_) gain = static_cast<float>(random.between(0, 2));
     if (random.oneIn(2)) arguments.gains = gains_;
+    arguments.noise = random.oneIn(2) ? 0 : random.below(101);
+    arguments.ditherType = function.has(Role::bitOffset) ? pxlDitherStucki * random.below(2) : random.below(5);
+    arguments.levels = 2 + random.below(255);
+    arguments.threshold = random.below(256);
     arguments.layoutCode = random.oneIn(2) ? 1 : 21;  // 4 and 16 leave the region
     arguments.rangeLow = random.oneIn(2) ? 0 : random.between(-2, 0);
     arguments.rangeHigh = random.oneIn(2) ? 1 : random.between(0.5, 3);
@@ -149,7 +153,7 @@ std::vector<Mistake> mistakes(Fault fault, const Export& f) {
             add("negative range", [i](Values& values) { values[i].real = values[i - 1].real - 1; });
         }
         if (fault == Fault::pointer && f.parameters[i].isPointer() && role != Role::weights && role != Role::gains &&
-            !steps) {
+            role != Role::scratch && !steps) {
             add("null", [i](Values& values) { values[i].pointer = nullptr; });
         }
         if (fault == Fault::entry && (source || role == Role::destinationPlanes)) {

@@ -44,7 +44,7 @@ std::vector<Symbol> symbolsOf(const std::string& file, const char* options) {
 }
 
 Names catalogued() {
-    Names names = {"pxlccGetLibVersion"};
+    Names names = {"pxlccGetLibVersion", "pxliReduceBitsGetBufferSize"};  // no image functions
     for (const auto& function : pxl::catalog::all()) {
         EXPECT_TRUE(names.emplace(function.name).second) << function.name << " stands twice in the catalogue";
     }
