@@ -155,7 +155,7 @@ std::vector<Parameter> rolesOf(const std::vector<TypeInfo>& types, Sides& sides)
     std::vector<Parameter> parameters;
     int sourcePlanes = 0, destinationPlanes = 0;
     bool ofSource = false, lowSeen = false;  // which side the last image pointer belongs to; vMin has come
-    bool gridSeen = false, ditherSeen = false;
+    bool gridSeen = false, ditherSeen = false, temporarySeen = false;
     const bool hasGrid = std::ranges::count(types, Kind::grid, &TypeInfo::kind) > 0;
     for (const TypeInfo& type : types) {
         Parameter parameter = {.role = Role::size, .element = type.element};
@@ -163,6 +163,11 @@ std::vector<Parameter> rolesOf(const std::vector<TypeInfo>& types, Sides& sides)
             case Kind::image:
                 if (ditherSeen) {
                     parameter.role = Role::scratch;
+                    break;
+                }
+                if (gridSeen) {
+                    parameter.role = Role::temporary;
+                    temporarySeen = true;
                     break;
                 }
                 ofSource = type.constant;
@@ -177,7 +182,10 @@ std::vector<Parameter> rolesOf(const std::vector<TypeInfo>& types, Sides& sides)
                 (ofSource ? sides.sourceArray : sides.destinationArray) = true;
                 break;
             case Kind::step:
-                parameter.role = gridSeen ? Role::reserved : ofSource ? Role::sourceStep : Role::destinationStep;
+                parameter.role = temporarySeen ? Role::temporaryStep
+                                 : gridSeen    ? Role::reserved
+                                 : ofSource    ? Role::sourceStep
+                                               : Role::destinationStep;
                 parameter.plane = std::max(0, (ofSource ? sourcePlanes : destinationPlanes) - 1);
                 break;
             case Kind::steps:
@@ -275,6 +283,9 @@ std::vector<Export> build() {
     return list;
 }
 
+// As small as it may be.
+std::int64_t temporaryStep(PxlSize size) { return 2 * (std::max<std::int64_t>(size.width, 0) + pxlAHDTemporaryMargin); }
+
 int sharedStep(const std::vector<PlaneRef>& planes) {
     for (const PlaneRef& plane : planes) {
         if (plane.step != planes.front().step)
@@ -320,6 +331,7 @@ bool Parameter::isPointer() const {
         case Role::levels:
         case Role::bitOffset:
         case Role::threshold:
+        case Role::temporaryStep:
             return false;
         default:
             return true;
@@ -456,6 +468,13 @@ Values::Values(const Export& function, const Arguments& arguments) : values_(fun
             case Role::scratch:
                 scratch_ = scratchOf(arguments);
                 value.pointer = scratch_.get();
+                break;
+            case Role::temporary:
+                temporary_.resize(static_cast<std::size_t>(pxlAHDTemporaryRows * temporaryStep(arguments.size)));
+                value.pointer = temporary_.data();
+                break;
+            case Role::temporaryStep:
+                value.integer = temporaryStep(arguments.size);
                 break;
         }
     }

@@ -83,6 +83,8 @@ enum class Role {
     threshold,   // samples above it are 1
     scratch,     // pointer to memory of the caller's, which invoke() brings
     reserved,    // an integer that the function does not look at
+    temporary,   // pointer to a temporary image, which invoke() brings
+    temporaryStep,
 };
 
 struct Parameter {
@@ -178,6 +180,7 @@ private:
     int sourceSteps_[4] = {};
     int destinationSteps_[4] = {};
     std::unique_ptr<std::byte[]> scratch_;
+    std::vector<std::byte> temporary_;
     std::vector<Value> values_;
 };
 

@@ -91,6 +91,11 @@ NameParts parseName(std::string_view name, Element source, Element destination) 
     parts.destination =
         to == std::string_view::npos ? parts.source : parseSpace(spaces.substr(to + 2), parts.source.space);
 
+    if (spaces.substr(0, 8) == "Demosaic") {
+        parts.source.space = "Bayer";
+        parts.destination.space = "RGB";
+    }
+
     if (layouts.front() == 'I') layouts.remove_prefix(1), parts.inPlace = true;  // IP3R
     parts.source.layout = takeLayout(layouts);
     parts.destination.layout = takeLayout(layouts);

@@ -73,6 +73,37 @@ PXLCC_API PxlStatus pxliCFAToBGRA_VNG_16u_C1C4R_L(const Pxl16u* pSrc, PxlRectL s
                                                   int64_t srcStep, const Pxl32f* pGains, Pxl16u* pDst, int64_t dstStep,
                                                   PxlBayerGrid grid);
 
+/*
+ * Adaptive homogeneity-directed demosaicing after Hirakawa and Parks (Adaptive homogeneity-directed demosaicing
+ * algorithm, 2005), to R, G, B: the slowest of the methods, and the one that keeps edges and fine patterns best.
+ *
+ * Green is interpolated twice, along the rows and along the columns, with a five-tap filter that takes part in the
+ * changes of the colour beside it; red and blue follow by the differences to each green. Of the two pictures, each
+ * pixel is taken from the one that is more homogeneous in CIELAB around it, by a vote of 3x3 pixels, or from both by
+ * halves where the votes are even. At last the missing colours move halfway to what the median of the differences
+ * between colours in 3x3 pixels says. The samples of the image themselves are not changed.
+ *
+ * Beyond its borders the image is continued by its mirror image about the outermost rows and columns. No pixel depends
+ * on the rectangle; pixels of a rectangle that starts before the image are not written where they are outside.
+ *
+ * pTmp is a temporary image of the caller, at any address: pxlAHDTemporaryRows rows, each of at least
+ * 2 * (srcRect.width + pxlAHDTemporaryMargin) bytes and tmpStep bytes after the one before. Its contents before the
+ * call do not matter and those after it are undefined. Nothing of it may be shared with another call.
+ *
+ * Checks, in this order:
+ *   pxlStatusNullPointer  pSrc, pDst or pTmp is null
+ *   pxlStatusBadSize      srcSize has a width or height below 2
+ *   pxlStatusBadArgument  grid is no PxlBayerGrid
+ *   pxlStatusBadStep      tmpStep is below 2 * (srcRect.width + pxlAHDTemporaryMargin)
+ * A rectangle without a pixel in the image is pxlStatusOk, and nothing is written.
+ */
+enum { pxlAHDTemporaryRows = 58, pxlAHDTemporaryMargin = 128 };
+
+PXLCC_API PxlStatus pxliDemosaicAHD_8u_C1C3R(const Pxl8u* pSrc, PxlRect srcRect, PxlSize srcSize, int srcStep,
+                                             Pxl8u* pDst, int dstStep, PxlBayerGrid grid, Pxl8u* pTmp, int tmpStep);
+PXLCC_API PxlStatus pxliDemosaicAHD_16u_C1C3R(const Pxl16u* pSrc, PxlRect srcRect, PxlSize srcSize, int srcStep,
+                                              Pxl16u* pDst, int dstStep, PxlBayerGrid grid, Pxl16u* pTmp, int tmpStep);
+
 #ifdef __cplusplus
 }
 #endif
