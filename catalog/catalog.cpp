@@ -21,6 +21,7 @@ struct Extras {
     bool acceptsEmpty = false;
     bool stepsInElements = false;
     PxlStatus badStep = pxlStatusBadStep;
+    bool testsStepArrays = false;
     bool partialSourceSamples = false;  // a chroma sample of the source may serve fewer pixels at the end of a row
     int packedSourceBits = 0;           // PlaneShape::packedBits
     int packedDestinationBits = 0;
@@ -35,6 +36,7 @@ struct TypeInfo {
     Kind kind;
     Element element = Element::u8;
     bool constant = false;  // of what a pointer points to
+    bool wide = false;      // 64-bit steps
 };
 
 template <class T>
@@ -70,6 +72,8 @@ constexpr TypeInfo infoOf(bool afterSize) {
             return {Kind::matrix, Element::f32, true};
         } else if constexpr (std::is_same_v<Plain, int>) {
             return {Kind::steps};
+        } else if constexpr (std::is_same_v<Plain, std::int64_t>) {
+            return {.kind = Kind::steps, .wide = true};
         } else {
             return {afterSize && std::is_const_v<Pointee> ? Kind::weights : Kind::image, elementOf<Plain>(),
                     std::is_const_v<Pointee>};
@@ -93,6 +97,8 @@ T argument(const Value& value) {
         return value.rectangle;
     } else if constexpr (std::is_same_v<T, PxlRectL>) {
         return {value.rectangle.x, value.rectangle.y, value.rectangle.width, value.rectangle.height};
+    } else if constexpr (std::is_same_v<T, const std::int64_t*>) {
+        return value.wideSteps;
     } else if constexpr (std::is_same_v<T, const int*>) {
         return value.steps;
     } else if constexpr (std::is_same_v<T, int*>) {
@@ -158,7 +164,7 @@ std::vector<Parameter> rolesOf(const std::vector<TypeInfo>& types, Sides& sides)
     bool gridSeen = false, ditherSeen = false, temporarySeen = false;
     const bool hasGrid = std::ranges::count(types, Kind::grid, &TypeInfo::kind) > 0;
     for (const TypeInfo& type : types) {
-        Parameter parameter = {.role = Role::size, .element = type.element};
+        Parameter parameter = {.role = Role::size, .element = type.element, .wide = type.wide};
         switch (type.kind) {
             case Kind::image:
                 if (ditherSeen) {
@@ -244,6 +250,7 @@ Export describe(std::string_view name, std::string_view summary, const Family& f
     e.acceptsEmpty = own.acceptsEmpty || family.extras.acceptsEmpty;
     e.stepsInElements = family.extras.stepsInElements;
     e.badStep = family.extras.badStep;
+    e.testsStepArrays = own.testsStepArrays || family.extras.testsStepArrays;
     Sides sides;
     e.parameters = rolesOf(types, sides);
     const bool hasSource = e.has(Role::sourcePlane) || e.has(Role::sourcePlanes);
@@ -377,10 +384,12 @@ Values::Values(const Export& function, const Arguments& arguments) : values_(fun
     for (std::size_t i = 0; i < source.size() && i < 4; ++i) {
         sourcePlanes_[i] = source[i].first;
         sourceSteps_[i] = source[i].step;
+        wideSourceSteps_[i] = source[i].step;
     }
     for (std::size_t i = 0; i < destination.size() && i < 4; ++i) {
         destinationPlanes_[i] = destination[i].first;
         destinationSteps_[i] = destination[i].step;
+        wideDestinationSteps_[i] = destination[i].step;
     }
     for (std::size_t i = 0; i < values_.size(); ++i) {
         const Parameter& parameter = function.parameters[i];
@@ -400,6 +409,7 @@ Values::Values(const Export& function, const Arguments& arguments) : values_(fun
                 break;
             case Role::sourceSteps:
                 value.steps = sourceSteps_;
+                if (parameter.wide) value.wideSteps = wideSourceSteps_;
                 break;
             case Role::destinationPlane:
                 value.pointer = destination.at(plane).first;
@@ -414,6 +424,7 @@ Values::Values(const Export& function, const Arguments& arguments) : values_(fun
                 break;
             case Role::destinationSteps:
                 value.steps = destinationSteps_;
+                if (parameter.wide) value.wideSteps = wideDestinationSteps_;
                 break;
             case Role::size:
                 value.size = arguments.size;

@@ -91,6 +91,7 @@ struct Parameter {
     Role role;
     int plane = 0;
     Element element = Element::u8;  // of pointers and values
+    bool wide = false;              // an array of 64-bit steps
     bool isPointer() const;
 };
 
@@ -98,6 +99,7 @@ struct Parameter {
 union Value {
     void* pointer;  // image, weights, matrix; plane arrays: void*[]
     const int* steps;
+    const std::int64_t* wideSteps;
     std::int64_t integer;  // step, integral alpha
     double real;           // float alpha and ranges
     PxlSize size;
@@ -117,7 +119,8 @@ struct Export {
     bool acceptsEmpty = false;     // converts nothing, without an error, where the size is below the minimum
     bool stepsInElements = false;  // steps count elements of the image, not bytes
     PxlStatus badStep = pxlStatusBadStep;
-    ImageShape source;  // of in-place functions the same as destination
+    bool testsStepArrays = false;  // answers a null array of steps with pxlStatusNullPointer
+    ImageShape source;             // of in-place functions the same as destination
     ImageShape destination;
     std::vector<Parameter> parameters;
     PxlStatus (*call)(const Value* arguments) = nullptr;  // one value a parameter, in order
@@ -181,6 +184,8 @@ private:
     int destinationSteps_[4] = {};
     std::unique_ptr<std::byte[]> scratch_;
     std::vector<std::byte> temporary_;
+    std::int64_t wideSourceSteps_[4] = {};
+    std::int64_t wideDestinationSteps_[4] = {};
     std::vector<Value> values_;
 };
 

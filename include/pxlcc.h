@@ -22,6 +22,7 @@
 #include "pxlcc/reduce.h"
 #include "pxlcc/repack.h"
 #include "pxlcc/types.h"
+#include "pxlcc/xyz_luv_lab.h"
 #include "pxlcc/ycbcr.h"
 #include "pxlcc/ycbcr422.h"
 #include "pxlcc/ycocg_photoycc.h"

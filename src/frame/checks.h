@@ -33,7 +33,8 @@ auto noNullIn(Planes* const*... arrays) {
     }};
 }
 
-inline auto atLeast(PxlSize size, int width, int height) {
+template <class Size>
+auto atLeast(Size size, int width, int height) {
     return Check{
         [=]() -> PxlStatus { return size.width < width || size.height < height ? pxlStatusBadSize : pxlStatusOk; }};
 }

@@ -62,8 +62,8 @@ PlanarView<T, kPlanes> planes(T* const* p, Index step) {
     return view;
 }
 
-template <int kPlanes, class T>
-PlanarView<T, kPlanes> planes(T* const* p, const int* steps) {
+template <int kPlanes, class T, class Step>
+PlanarView<T, kPlanes> planes(T* const* p, const Step* steps) {
     PlanarView<T, kPlanes> view;
     for (int i = 0; i < kPlanes; ++i) view.plane[i] = {p[i], steps[i]};
     return view;

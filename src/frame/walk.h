@@ -6,8 +6,8 @@
 namespace pxl {
 
 // Calls kernel(row of each view ..., width) for each row.
-template <class Kernel, class... Views>
-PxlStatus eachRow(PxlSize size, Kernel kernel, Views... views) {
+template <class Size = PxlSize, class Kernel, class... Views>
+PxlStatus eachRow(Size size, Kernel kernel, Views... views) {
     for (Index y = 0; y < size.height; ++y) kernel(views.row(y)..., Index{size.width});
     return pxlStatusOk;
 }
@@ -22,8 +22,8 @@ PxlStatus eachRowPair(PxlSize size, Kernel kernel, Views... views) {
 
 // eachRow for a kernel that treats all pixels of a row alike, so that rows which follow each other without a gap in
 // all images (`dense`) make one long row.
-template <class Kernel, class... Views>
-PxlStatus eachRun(bool dense, PxlSize size, Kernel kernel, Views... views) {
+template <class Size = PxlSize, class Kernel, class... Views>
+PxlStatus eachRun(bool dense, Size size, Kernel kernel, Views... views) {
     if (!dense) return eachRow(size, kernel, views...);
     kernel(views.row(0)..., Index{size.width} * size.height);
     return pxlStatusOk;

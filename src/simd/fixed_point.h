@@ -19,7 +19,9 @@ PXL_INLINE I16<N> plusTimes(I16<N> sum, I16<N> x) {
     if constexpr (kWhole == 0) return sum;
     if constexpr (kWhole == 1) return addWrap(sum, x);
     if constexpr (kWhole == 2) return addWrap(sum, addWrap(x, x));
+    if constexpr (kWhole == 3) return addWrap(addWrap(sum, x), addWrap(x, x));
     if constexpr (kWhole == -1) return subWrap(sum, x);
+    if constexpr (kWhole == -2) return subWrap(sum, addWrap(x, x));
 }
 
 // (a * x + b * y + offset) >> 16, exact

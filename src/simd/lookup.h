@@ -73,6 +73,23 @@ PXL_INLINE F32<2> gather(const Pxl32f* table, I32<2> index) { return {_mm256_i32
 PXL_INLINE F32<4> gather(const Pxl32f* table, I32<4> index) { return {_mm512_i32gather_ps(index.v, table, 4)}; }
 #endif
 
+// The same for doubles, by their integral parts.
+PXL_INLINE F64<1> gather(const Pxl64f* table, F64<1> index) {
+    const __m128i i = _mm_cvttpd_epi32(index.v);
+    return {_mm_setr_pd(table[_mm_extract_epi32(i, 0)], table[_mm_extract_epi32(i, 1)])};
+}
+#if PXL_BLOCKS == 2
+PXL_INLINE F64<2> gather(const Pxl64f* table, F64<2> index) {
+    // the masked form, for the plain one leaves a register undefined and the compiler warns
+    const __m256d all = _mm256_castsi256_pd(_mm256_set1_epi64x(-1));
+    return {_mm256_mask_i32gather_pd(_mm256_setzero_pd(), table, _mm256_cvttpd_epi32(index.v), all, 8)};
+}
+#elif PXL_BLOCKS == 4
+PXL_INLINE F64<4> gather(const Pxl64f* table, F64<4> index) {
+    return {_mm512_i32gather_pd(_mm512_cvttpd_epi32(index.v), table, 8)};
+}
+#endif
+
 // A table of eight, by the low three bits of the index.
 class EightFloats {
 #if PXL_BLOCKS == 1

@@ -123,6 +123,7 @@ PXL_BINARY(minimum, I16, min_epi16)
 PXL_BINARY(maximum, I16, max_epi16)
 PXL_BINARY(minimum, I32, min_epi32)
 PXL_BINARY(maximum, I32, max_epi32)
+PXL_BINARY(minimumUnsigned, I32, min_epu32)  // of the lanes taken as unsigned
 
 PXL_UNARY(absolute, I16, I16, abs_epi16)  // of the lowest number itself
 PXL_UNARY(absolute, I32, I32, abs_epi32)
@@ -196,6 +197,11 @@ PXL_INLINE V floorAverage(V a, V b) {
     return bitNot(average(bitNot(a), bitNot(b)));
 }
 
+template <int N>
+PXL_INLINE F32<N> magnitude(F32<N> a) {
+    return as<F32<N>>(bitAnd(as<I32<N>>(a), fill<I32<N>>(0x7FFFFFFF)));
+}
+
 // choose(mask, a, b): b where the mask is set, a elsewhere.
 #define PXL_CHOOSE_N(N, prefix, whole, A, op) \
     PXL_INLINE A<N> choose(A<N> mask, A<N> a, A<N> b) { return {prefix##op(a.v, b.v, mask.v)}; }
@@ -224,6 +230,14 @@ PXL_CHOOSE(I16, blendv_epi8, byteMask, blend_epi8)
 PXL_CHOOSE(I32, blendv_epi8, byteMask, blend_epi8)
 PXL_CHOOSE(F32, blendv_ps, floatMask, blend_ps)
 PXL_CHOOSE(F64, blendv_pd, doubleMask, blend_pd)
+
+// 0 where the mask is set, a elsewhere.
+PXL_INLINE F32<1> zeroWhere(F32<1> mask, F32<1> a) { return {_mm_andnot_ps(mask.v, a.v)}; }
+#if PXL_BLOCKS == 2
+PXL_INLINE F32<2> zeroWhere(F32<2> mask, F32<2> a) { return {_mm256_andnot_ps(mask.v, a.v)}; }
+#elif PXL_BLOCKS == 4
+PXL_INLINE F32<4> zeroWhere(F32<4> mask, F32<4> a) { return choose(mask, a, F32<4>{_mm512_setzero_ps()}); }
+#endif
 
 // The same with a constant mask of eight bits, one for each 16 bits of a block: b where it is set.
 template <int kMask>
@@ -486,6 +500,26 @@ PXL_INLINE V saturatedSamples(Parts<F32<V::kN>, kCount> a) {
         }
         return packSatSamples<V>(whole);
     }
+}
+
+// Three channels of samples through a form from floats to integers, each part on its own. The form is that of unsigned
+// samples; signed ones are computed as the unsigned ones that are larger by 32768.
+template <class Form, class V>
+PXL_INLINE Channels3<V> throughFloats(const Form& form, Channels3<V> px) {
+    const auto c0 = floatsOf(px.c0), c1 = floatsOf(px.c1), c2 = floatsOf(px.c2);
+    Parts<I32<V::kN>, c0.kParts> r0, r1, r2;
+    for (int k = 0; k < c0.kParts; ++k) {
+        const auto r = form(Channels3{c0.at[k], c1.at[k], c2.at[k]});
+        r0.at[k] = r.c0, r1.at[k] = r.c1, r2.at[k] = r.c2;
+    }
+    return {packSatSamples<V>(r0), packSatSamples<V>(r1), packSatSamples<V>(r2)};
+}
+template <class Form, int N>
+PXL_INLINE Channels3<I16<N>> throughFloats(const Form& form, Channels3<I16<N>> px) {
+    const auto flipped = [](auto a) { return bitXor(a, fill<decltype(a)>(0x8000)); };
+    const auto r = throughFloats(
+        form, Channels3{flipped(as<U16<N>>(px.c0)), flipped(as<U16<N>>(px.c1)), flipped(as<U16<N>>(px.c2))});
+    return {as<I16<N>>(flipped(r.c0)), as<I16<N>>(flipped(r.c1)), as<I16<N>>(flipped(r.c2))};
 }
 
 PXL_END_TARGET

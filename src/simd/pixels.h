@@ -176,4 +176,12 @@ private:
 template <class Pixels>
 Offset32768(Pixels) -> Offset32768<Pixels>;
 
+// ---- whole rows through a form that takes and gives the three channels of some pixels
+
+template <class T, class Form, class Source, class Destination>
+PXL_INLINE void eachPixel(Source src, Destination dst, Index width, const Form& form) {
+    eachGroupAndPart<Vector<T, 1>::kSize>(
+        width, [&](auto how, Index x) PXL_BODY { dst.store(how, x, form(src.load(how, x))); });
+}
+
 PXL_END_TARGET

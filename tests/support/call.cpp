@@ -146,14 +146,15 @@ std::vector<Mistake> mistakes(Fault fault, const Export& f) {
         const Role role = f.parameters[i].role;
         const bool source = role == Role::sourcePlanes,
                    steps = role == Role::sourceSteps || role == Role::destinationSteps;
+        const bool mayBeNull =
+            role == Role::weights || role == Role::gains || role == Role::scratch || (steps && !f.testsStepArrays);
         const std::string which = "parameter " + std::to_string(i + 1);
         const auto add = [&](const std::string& what, auto make) { list.push_back({which + " " + what, make}); };
         if (fault == Fault::range && role == Role::rangeHigh) {
             add("empty range", [i](Values& values) { values[i].real = values[i - 1].real; });
             add("negative range", [i](Values& values) { values[i].real = values[i - 1].real - 1; });
         }
-        if (fault == Fault::pointer && f.parameters[i].isPointer() && role != Role::weights && role != Role::gains &&
-            role != Role::scratch && !steps) {
+        if (fault == Fault::pointer && f.parameters[i].isPointer() && !mayBeNull) {
             add("null", [i](Values& values) { values[i].pointer = nullptr; });
         }
         if (fault == Fault::entry && (source || role == Role::destinationPlanes)) {
