@@ -71,6 +71,18 @@ Image differencePicture(const Image& a, const Image& b, int factor) {
     return result;
 }
 
+namespace {
+
+// A sample as a gray level. 16-bit signed ones are components of bytes: chroma, which is around 0, goes to the middle.
+std::uint8_t level(const std::uint8_t* row, int index, Element element, bool chroma) {
+    double value = row[index];
+    if (element == Element::s16) value = reinterpret_cast<const std::int16_t*>(row)[index] + (chroma ? 128 : 0);
+    if (element == Element::f32) value = reinterpret_cast<const float*>(row)[index] * 255.0;
+    return static_cast<std::uint8_t>(std::clamp(value, 0.0, 255.0));
+}
+
+}  // namespace
+
 Image showComponents(const Image& image) {
     const PxlSize size = image.size(), half = {size.width / 2, size.height / 2};
     Image result = newPicture({size.width + half.width, size.height}, {0, 0, 0});
@@ -82,7 +94,8 @@ Image showComponents(const Image& image) {
             Image gray = newPicture({size.width >> planes[i].widthShift, static_cast<int>(plane.rows)}, {0, 0, 0});
             for (int y = 0; y < gray.size().height; ++y)
                 for (int x = 0; x < gray.size().width; ++x) {
-                    const std::uint8_t v = plane.row(y)[x * planes[i].channels + channel];
+                    const std::uint8_t v =
+                        level(plane.row(y), x * planes[i].channels + channel, planes[i].element, count > 0);
                     setPixel(gray, x, y, {v, v, v});
                 }
             const PxlRect first = {0, 0, size.width, size.height};

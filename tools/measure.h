@@ -25,8 +25,8 @@ Distance distance(const Image& a, const Image& b, LumaWeights weights);
 // The absolute difference of two 8-bit RGB pictures times a factor.
 Image differencePicture(const Image& a, const Image& b, int factor);
 
-// The first three components of any image of 8-bit samples as gray pictures: the first, and beside it the others
-// averaged down to half its size.
+// The first three components of any image of bytes, floats or 16-bit signed samples as gray pictures: the first, and
+// beside it the others averaged down to half its size.
 Image showComponents(const Image& image);
 
 }  // namespace pxl::tool

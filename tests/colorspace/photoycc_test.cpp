@@ -138,7 +138,9 @@ TEST_P(Photoycc, everyPixelOfEveryWidth) {
     std::vector<int> widths = {95, 96, 97, 127, 128, 129, 1000};
     for (int width = 1; width <= 72; ++width) widths.push_back(width);
     for (const int width : widths) {
-        Call call(function, {width, 3}, {}, {}, random);
+        // with gaps between the rows of both sides, of one, of none
+        const auto gap = [&] { return Placement{.padding = random.below(2) * 7}; };
+        Call call(function, {width, 3}, gap(), gap(), random);
         withType([&](auto sample) { compare<decltype(sample)>(call); });
         if (HasFatalFailure()) return;
     }

@@ -122,7 +122,9 @@ TEST_P(Ycocg, everyPixelOfEveryWidth) {
     std::vector<int> widths = {95, 96, 97, 127, 128, 129, 500};
     for (int width = 1; width <= 72; ++width) widths.push_back(width);
     for (const int width : widths) {
-        Call call(function, {width, 3}, {}, {}, random);
+        // with gaps between the rows of both sides, of one, of none
+        const auto gap = [&] { return Placement{.padding = random.below(2) * 7}; };
+        Call call(function, {width, 3}, gap(), gap(), random);
         if (function.destination.layout == "C4" && destination.element == Element::s16) call.arguments.alpha -= 30000;
         for (int x = 0; x < width; ++x) {
             for (int i = 0; i < 3; ++i) {
