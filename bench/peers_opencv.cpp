@@ -67,6 +67,9 @@ struct Code {
 const std::map<std::string_view, Code> kCodes = {
     {"pxliRGBToYCbCr_8u_C3R", {cv::COLOR_RGB2YCrCb, "COLOR_RGB2YCrCb (full range)"}},
     {"pxliYCbCrToRGB_8u_C3R", {cv::COLOR_YCrCb2RGB, "COLOR_YCrCb2RGB (full range)"}},
+    {"pxliRGBToYUV_8u_C3R", PXL_CODE(COLOR_RGB2YUV)},
+    {"pxliYUVToRGB_8u_C3R", PXL_CODE(COLOR_YUV2RGB)},
+    {"pxliYUVToRGB_8u_C3C4R", {cv::COLOR_YUV2RGB, "COLOR_YUV2RGB (writes alpha)"}},
     {"pxliYCbCr420ToRGB_8u_P3C3R", PXL_CODE(COLOR_YUV2RGB_I420)},
     {"pxliYCbCr420ToRGB_8u_P2C3R", PXL_CODE(COLOR_YUV2RGB_NV12)},
     {"pxliYCbCr420ToRGB_8u_P2C4R", PXL_CODE(COLOR_YUV2RGBA_NV12)},

@@ -21,9 +21,13 @@ struct Format {
     int order[3] = {0, 1, 2};  // which of our planes is its first, second, third
 };
 
+// YUV with the gains of analog video; its nearest relative here is the full-range BT.601 of JPEG.
+bool isAnalog(const catalog::ImageShape& image) { return image.space == "YUV"; }
+
 std::string samplingName(const catalog::ImageShape& image) {
-    const bool isYcbcr = image.space == "YCbCr" || image.space == "YCrCb" || image.space == "CbYCr";
-    return image.space + (isYcbcr ? std::to_string(image.sampling) : "") + " " + image.layout;
+    const std::string space = isAnalog(image) ? "YCbCr" : image.space;
+    const bool isYcbcr = space == "YCbCr" || space == "YCrCb" || space == "CbYCr";
+    return space + (isYcbcr ? std::to_string(image.sampling) : "") + " " + image.layout;
 }
 
 Format formatOf(const catalog::ImageShape& image) {
@@ -84,9 +88,10 @@ Context contextFor(const Images& images, AVPixelFormat from, AVPixelFormat to, i
     Context context(sws_getContext(images.width(), images.height(), from, images.width(), images.height(), to, flags,
                                    nullptr, nullptr, nullptr),
                     sws_freeContext);
-    if (!context || !named("_709")) return context;
-    const int* matrix = sws_getCoefficients(SWS_CS_ITU709);
-    const int fullRange = named("_709HDTV");
+    const bool analog = isAnalog(images.function.source) || isAnalog(images.function.destination);
+    if (!context || !(named("_709") || analog)) return context;
+    const int* matrix = sws_getCoefficients(analog ? SWS_CS_ITU601 : SWS_CS_ITU709);
+    const int fullRange = analog || named("_709HDTV");
     const int failed =
         sws_setColorspaceDetails(context.get(), matrix, fullRange, matrix, fullRange, 0, 1 << 16, 1 << 16);
     return failed < 0 ? nullptr : context;
@@ -102,6 +107,7 @@ std::optional<Peer> find(const Images& images) {
         from.format == to.format || named("_Filter") || named("_Interlace")) {
         return std::nullopt;
     }
+    const bool analog = isAnalog(function.source) || isAnalog(function.destination);
     std::optional<Peer> best;
     double bestSeconds = 0;
     for (const auto& [flags, name] : {std::pair(SWS_POINT, "point"), std::pair(SWS_FAST_BILINEAR, "fast bilinear")}) {
@@ -109,9 +115,10 @@ std::optional<Peer> find(const Images& images) {
         if (!context) continue;
         const std::string call = std::string(av_get_pix_fmt_name(from.format)) + " to " +
                                  av_get_pix_fmt_name(to.format) + ", " + name +
-                                 (named("_709HDTV") ? ", BT.709 full range"
-                                  : named("_709")   ? ", BT.709"
-                                                    : "");
+                                 (analog              ? ", BT.601 full range"
+                                  : named("_709HDTV") ? ", BT.709 full range"
+                                  : named("_709")     ? ", BT.709"
+                                                      : "");
         const Peer peer = {call, [context, source = pictureOf(images.source, from),
                                   destination = pictureOf(images.destination, to), height = images.height()] {
                                return sws_scale(context.get(), source.planes, source.steps, 0, height,

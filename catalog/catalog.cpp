@@ -23,7 +23,9 @@ struct Extras {
     PxlStatus badStep = pxlStatusBadStep;
     bool testsStepArrays = false;
     bool partialSourceSamples = false;  // a chroma sample of the source may serve fewer pixels at the end of a row
-    int packedSourceBits = 0;           // PlaneShape::packedBits
+    bool partialDestinationSamples = false;
+    bool keeps4th = false;     // of a C4 destination the fourth channel is not written
+    int packedSourceBits = 0;  // PlaneShape::packedBits
     int packedDestinationBits = 0;
     int bytesBeforeLonePixel = 0;  // of the source
 };
@@ -258,9 +260,18 @@ Export describe(std::string_view name, std::string_view summary, const Family& f
     e.inPlace = parts.inPlace;
     e.source = std::move(parts.source);
     e.destination = std::move(parts.destination);
+    if (own.keeps4th) e.destination.layout = "AC4";
+    e.source.dense = hasSource && !e.has(Role::sourceStep) && !e.has(Role::sourceSteps);
+    e.destination.dense = !e.has(Role::destinationStep) && !e.has(Role::destinationSteps);
     for (PlaneShape& plane : e.source.planes) {
-        plane.partialSamples = own.partialSourceSamples || family.extras.partialSourceSamples;
+        plane.partialSamples = own.partialSourceSamples || family.extras.partialSourceSamples || e.source.dense;
+        plane.partialRows = e.source.dense;
         plane.bytesBeforeLonePixel = own.bytesBeforeLonePixel;
+    }
+    for (PlaneShape& plane : e.destination.planes) {
+        plane.partialSamples =
+            own.partialDestinationSamples || family.extras.partialDestinationSamples || e.destination.dense;
+        plane.partialRows = e.destination.dense;
     }
     for (PlaneShape& plane : e.source.planes) plane.packedBits = own.packedSourceBits;
     for (PlaneShape& plane : e.destination.planes) plane.packedBits = own.packedDestinationBits;

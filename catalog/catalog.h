@@ -27,6 +27,7 @@ struct PlaneShape {
     int widthShift = 0;   // positions in a row: width >> widthShift, with partialSamples rounded up
     int heightShift = 0;  // rows: height >> heightShift
     bool partialSamples = false;
+    bool partialRows = false;      // the same for rows
     int packedBits = 0;            // samples of so many bits without gaps, in bytes; 0: a sample is an element
     bool v210 = false;             // 10-bit 4:2:2, six pixels in four elements
     bool v210Chroma = true;        // ... of which chroma is used as well
@@ -43,7 +44,9 @@ struct PlaneShape {
     std::int64_t rowBytes(std::int64_t width) const {
         return rowSamples(width) * static_cast<std::int64_t>(bytesOf(element));
     }
-    std::int64_t rows(std::int64_t height) const { return height >> heightShift; }
+    std::int64_t rows(std::int64_t height) const {
+        return (height + (partialRows ? (1 << heightShift) - 1 : 0)) >> heightShift;
+    }
 };
 
 // One side of a conversion, read from the name: of pxliYCrCb420ToBGR_8u_P2C4R the source is {"YCrCb", 420, "P2", ...}.
@@ -54,6 +57,7 @@ struct ImageShape {
     std::vector<PlaneShape> planes;
     bool planeArray = false;  // passed as an array of plane pointers
     bool stepArray = false;   // ... with an array of steps, one a plane
+    bool dense = false;       // passed without steps: rows follow each other, a last chroma sample or row is never cut
 };
 
 // What one parameter of the function is.

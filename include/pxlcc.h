@@ -26,5 +26,6 @@
 #include "pxlcc/ycbcr.h"
 #include "pxlcc/ycbcr422.h"
 #include "pxlcc/ycocg_photoycc.h"
+#include "pxlcc/yuv.h"
 
 #endif

@@ -24,4 +24,11 @@ struct RowPair {
     T* lower;
 };
 
+// The same of a planar image.
+template <class T, int kPlanes>
+struct RowPairOf {
+    RowOf<T, kPlanes> upper;
+    RowOf<T, kPlanes> lower;
+};
+
 }  // namespace pxl

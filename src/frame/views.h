@@ -37,6 +37,12 @@ struct PairView {
     RowPair<T> row(Index k) const { return {image.row(2 * k), image.row(2 * k + 1)}; }
 };
 
+template <class T, int kPlanes>
+struct PlanarPairView {
+    PlanarView<T, kPlanes> image;
+    RowPairOf<T, kPlanes> row(Index k) const { return {image.row(2 * k), image.row(2 * k + 1)}; }
+};
+
 // A step in whole samples, rounded down.
 template <class T>
 constexpr Index wholeSamples(int step) {
@@ -72,6 +78,11 @@ PlanarView<T, kPlanes> planes(T* const* p, const Step* steps) {
 template <class T>
 PairView<T> pairs(T* p, Index step) {
     return {{p, step}};
+}
+
+template <class T, int kPlanes>
+PlanarPairView<T, kPlanes> pairs(const PlanarView<T, kPlanes>& image) {
+    return {image};
 }
 
 template <class V>

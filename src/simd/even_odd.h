@@ -56,6 +56,16 @@ PXL_INLINE void store4(Blocks<N> all, Pxl8u* p, Channels3<EvenOdd<I16<N>>> px, P
                  interleaveLowOf<2>(high01, high23), interleaveHighOf<2>(high01, high23)});
 }
 
+// Even and odd pixels as bytes in the order of the pixels.
+template <int N>
+PXL_INLINE U8<N> packSatInOrder(EvenOdd<I16<N>> a) {
+    return interleaveHalves(packSatU8(a.even, a.odd));
+}
+template <int N>
+PXL_INLINE Channels3<U8<N>> packSatInOrder(Channels3<EvenOdd<I16<N>>> px) {
+    return {packSatInOrder(px.c0), packSatInOrder(px.c1), packSatInOrder(px.c2)};
+}
+
 // ---- across four blocks
 
 #if PXL_BLOCKS == 4

@@ -35,6 +35,12 @@ PXL_INLINE I16<N> fillPairs(int a, int b) {
     return {fill<I32<N>>(static_cast<int>((static_cast<unsigned>(b) << 16) | (static_cast<unsigned>(a) & 0xFFFFu))).v};
 }
 
+// Bytes a, b, a, b, ...
+template <int N>
+PXL_INLINE U8<N> fillBytePairs(int a, int b) {
+    return {fill<I16<N>>((a & 255) | (b & 255) << 8).v};
+}
+
 struct alignas(16) Bytes16 {
     Pxl8u byte[16];
 };
@@ -315,6 +321,7 @@ PXL_BINARY(interleaveHigh64, I32, unpackhi_epi64)
 #define PXL_PACK_N(N, prefix, whole, name, A, R, op) \
     PXL_INLINE R<N> name(A<N> low, A<N> high) { return {prefix##op(low.v, high.v)}; }
 PXL_FOR_EACH_N(PXL_PACK_N, packSatU8, I16, U8, packus_epi16)
+PXL_FOR_EACH_N(PXL_PACK_N, packSatS8, I16, U8, packs_epi16)  // to signed bytes
 PXL_FOR_EACH_N(PXL_PACK_N, packSatI16, I32, I16, packs_epi32)
 PXL_FOR_EACH_N(PXL_PACK_N, packSatU16, I32, U16, packus_epi32)
 

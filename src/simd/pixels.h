@@ -38,6 +38,10 @@ struct PackedAC4 {
     PXL_INLINE void store(How how, Index x, Channels3<V> px) const {
         store3Keep4th(how, row + 4 * x, px);
     }
+    template <class How>
+    PXL_INLINE void store(How how, Index x, Channels3<EvenOdd<I16<How::kN>>> px) const {
+        store(how, x, packSatInOrder(px));
+    }
 };
 template <class T>
 PackedAC4(T*) -> PackedAC4<T>;
@@ -72,6 +76,10 @@ struct Planar3 {
         PXL_TARGET::store(how, row.plane[0] + x, px.c0);
         PXL_TARGET::store(how, row.plane[1] + x, px.c1);
         PXL_TARGET::store(how, row.plane[2] + x, px.c2);
+    }
+    template <class How>
+    PXL_INLINE void store(How how, Index x, Channels3<EvenOdd<I16<How::kN>>> px) const {
+        store(how, x, packSatInOrder(px));
     }
 };
 template <class T>

@@ -107,7 +107,9 @@ Placement Placement::random(Random& random, bool upwardsToo) {
     return {where, random.oneIn(3) ? 0 : random.below(40), upwardsToo && random.oneIn(3)};
 }
 
-Image::Image(const catalog::ImageShape& shape, PxlSize size, const Placement& placement) {
+Image::Image(const catalog::ImageShape& shape, PxlSize size, const Placement& wanted) {
+    const bool aligned = wanted.where == Placement::Where::aligned && !shape.dense;
+    const Placement placement = {wanted.where, shape.dense ? 0 : wanted.padding, wanted.upwards && !shape.dense};
     std::ptrdiff_t sharedRow = 0;  // of planes with one step
     for (const catalog::PlaneShape& plane : shape.planes) {
         sharedRow = std::max<std::ptrdiff_t>(sharedRow, plane.rowBytes(size.width));
@@ -116,12 +118,12 @@ Image::Image(const catalog::ImageShape& shape, PxlSize size, const Placement& pl
         Plane plane;
         plane.shape = shape.planes[i];
         const auto element = static_cast<std::ptrdiff_t>(bytesOf(plane.shape.element));
-        const bool ownStep = shape.stepArray || !shape.planeArray;
+        const bool ownStep = shape.stepArray || shape.dense || !shape.planeArray;
         plane.rowBytes = plane.shape.rowBytes(size.width);
         plane.rows = plane.shape.rows(size.height);
         const auto extra = ownStep && placement.padding > 0 ? static_cast<std::ptrdiff_t>(3 * i) : 0;
         plane.step = (ownStep ? plane.rowBytes : sharedRow) + (placement.padding + extra) * element;
-        if (placement.where == Placement::Where::aligned) plane.step = (plane.step + 15) / 16 * 16;
+        if (aligned) plane.step = (plane.step + 15) / 16 * 16;
         const std::ptrdiff_t extent = plane.rows == 0 ? 0 : (plane.rows - 1) * plane.step + plane.rowBytes;
         const int before = size.width == 1 ? plane.shape.bytesBeforeLonePixel : 0;
         plane.arena = takeArena(static_cast<std::size_t>(extent + 2 * kSurroundings));

@@ -1,0 +1,121 @@
+// Analog YUV to RGB: the exported functions.
+
+#include "colorspace/yuv_decode_kernels.h"
+#include "colorspace/yuv_dense.h"
+#include "frame/checks.h"
+#include "frame/target.h"
+#include "pxlcc.h"
+
+using namespace pxl;
+
+namespace {
+
+const YuvDecodeKernels& kernels() {
+    return forActiveTarget(sse42::kYuvDecodeKernels, avx2::kYuvDecodeKernels, avx512::kYuvDecodeKernels);
+}
+
+// The shapes of 4:2:0; the checks stand in each function.
+
+template <class Kernel, class Pairs>
+PxlStatus from420(Kernel kernel, const Pxl8u* const pSrc[3], const int srcStep[3], Pairs dst, PxlSize roiSize) {
+    return eachRowPair(roiSize, kernel, pairs(pSrc[0], srcStep[0]), planes<2>(pSrc + 1, srcStep + 1), dst);
+}
+
+template <class Kernel, class Pairs>
+PxlStatus fromDense420(Kernel kernel, const Pxl8u* const pSrc[3], Pairs dst, PxlSize size) {
+    return eachDenseRowPair(size, kernel, LumaRows<PairView<const Pxl8u>>{pairs(pSrc[0], size.width)},
+                            ChromaRows<const Pxl8u, 2>{planes<2>(pSrc + 1, denseChromaStep(size))},
+                            LumaRows<Pairs>{dst});
+}
+
+}  // namespace
+
+PxlStatus pxliYUVToRGB_8u_C3R(const Pxl8u* pSrc, int srcStep, Pxl8u* pDst, int dstStep, PxlSize roiSize) {
+    if (const PxlStatus bad = firstBad(notNull(pSrc, pDst), atLeast(roiSize, 1, 1))) return bad;
+    return eachRow(roiSize, kernels().c3, view(pSrc, srcStep), view(pDst, dstStep));
+}
+
+PxlStatus pxliYUVToRGB_8u_AC4R(const Pxl8u* pSrc, int srcStep, Pxl8u* pDst, int dstStep, PxlSize roiSize) {
+    if (const PxlStatus bad = firstBad(notNull(pSrc, pDst), atLeast(roiSize, 1, 1))) return bad;
+    return eachRow(roiSize, kernels().ac4, view(pSrc, srcStep), view(pDst, dstStep));
+}
+
+PxlStatus pxliYUVToRGB_8u_C3C4R(const Pxl8u* pSrc, int srcStep, Pxl8u* pDst, int dstStep, PxlSize roiSize) {
+    if (const PxlStatus bad = firstBad(notNull(pSrc, pDst), atLeast(roiSize, 1, 1))) return bad;
+    return eachRow(roiSize, kernels().c3ToAC4, view(pSrc, srcStep), view(pDst, dstStep));
+}
+
+PxlStatus pxliYUVToRGB_8u_P3C3R(const Pxl8u* pSrc[3], int srcStep, Pxl8u* pDst, int dstStep, PxlSize roiSize) {
+    if (const PxlStatus bad = firstBad(notNull(pSrc, pDst), atLeast(roiSize, 1, 1), noNullIn<3>(pSrc))) return bad;
+    return eachRow(roiSize, kernels().planesToC3, planes<3>(pSrc, srcStep), view(pDst, dstStep));
+}
+
+PxlStatus pxliYUVToRGB_8u_P3R(const Pxl8u* pSrc[3], int srcStep, Pxl8u* pDst[3], int dstStep, PxlSize roiSize) {
+    if (const PxlStatus bad = firstBad(notNull(pSrc, pDst), atLeast(roiSize, 1, 1), noNullIn<3>(pSrc, pDst)))
+        return bad;
+    return eachRow(roiSize, kernels().planes, planes<3>(pSrc, srcStep), planes<3>(pDst, dstStep));
+}
+
+PxlStatus pxliYUV422ToRGB_8u_C2C3R(const Pxl8u* pSrc, int srcStep, Pxl8u* pDst, int dstStep, PxlSize roiSize) {
+    if (const PxlStatus bad = firstBad(notNull(pSrc, pDst), atLeast(roiSize, 1, 1))) return bad;
+    return eachRow(roiSize, kernels().packed422ToC3, view(pSrc, srcStep), view(pDst, dstStep));
+}
+
+PxlStatus pxliYUV422ToRGB_8u_P3C3R(const Pxl8u* pSrc[3], int srcStep[3], Pxl8u* pDst, int dstStep, PxlSize roiSize) {
+    if (const PxlStatus bad = firstBad(notNull(pSrc, pDst), atLeast(roiSize, 1, 1), noNullIn<3>(pSrc))) return bad;
+    return eachRow(roiSize, kernels().from422ToC3, planes<3>(pSrc, srcStep), view(pDst, dstStep));
+}
+
+PxlStatus pxliYUV422ToRGB_8u_P3R(const Pxl8u* pSrc[3], int srcStep[3], Pxl8u* pDst[3], int dstStep, PxlSize roiSize) {
+    if (const PxlStatus bad = firstBad(notNull(pSrc, pDst), atLeast(roiSize, 1, 1), noNullIn<3>(pSrc, pDst)))
+        return bad;
+    return eachRow(roiSize, kernels().from422ToPlanes, planes<3>(pSrc, srcStep), planes<3>(pDst, dstStep));
+}
+
+PxlStatus pxliYUV422ToRGB_8u_P3AC4R(const Pxl8u* pSrc[3], int srcStep[3], Pxl8u* pDst, int dstStep, PxlSize roiSize) {
+    if (const PxlStatus bad = firstBad(notNull(pSrc, pDst), atLeast(roiSize, 1, 1), noNullIn<3>(pSrc))) return bad;
+    return eachRow(roiSize, kernels().from422ToAC4, planes<3>(pSrc, srcStep), view(pDst, dstStep));
+}
+
+PxlStatus pxliYUV422ToRGB_8u_P3C3(const Pxl8u* pSrc[3], Pxl8u* pDst, PxlSize imgSize) {
+    if (const PxlStatus bad = firstBad(notNull(pSrc, pDst), atLeast(imgSize, 1, 1), noNullIn<3>(pSrc))) return bad;
+    return eachDenseRow(imgSize, kernels().from422ToC3, denseYuv(pSrc, imgSize), denseRgb(pDst, imgSize));
+}
+
+PxlStatus pxliYUV422ToRGB_8u_P3(const Pxl8u* pSrc[3], Pxl8u* pDst[3], PxlSize imgSize) {
+    if (const PxlStatus bad = firstBad(notNull(pSrc, pDst), atLeast(imgSize, 1, 1), noNullIn<3>(pSrc, pDst)))
+        return bad;
+    return eachDenseRow(imgSize, kernels().from422ToPlanes, denseYuv(pSrc, imgSize), denseRgbPlanes(pDst, imgSize));
+}
+
+PxlStatus pxliYUV420ToRGB_8u_P3C3R(const Pxl8u* pSrc[3], int srcStep[3], Pxl8u* pDst, int dstStep, PxlSize roiSize) {
+    if (const PxlStatus bad = firstBad(notNull(pSrc, pDst), atLeast(roiSize, 1, 1), noNullIn<3>(pSrc))) return bad;
+    return from420(kernels().from420ToC3, pSrc, srcStep, pairs(pDst, dstStep), roiSize);
+}
+
+PxlStatus pxliYUV420ToRGB_8u_P3R(const Pxl8u* pSrc[3], int srcStep[3], Pxl8u* pDst[3], int dstStep, PxlSize roiSize) {
+    if (const PxlStatus bad = firstBad(notNull(pSrc, pDst), atLeast(roiSize, 1, 1), noNullIn<3>(pSrc, pDst)))
+        return bad;
+    return from420(kernels().from420ToPlanes, pSrc, srcStep, pairs(planes<3>(pDst, dstStep)), roiSize);
+}
+
+PxlStatus pxliYUV420ToRGB_8u_P3AC4R(const Pxl8u* pSrc[3], int srcStep[3], Pxl8u* pDst, int dstStep, PxlSize roiSize) {
+    if (const PxlStatus bad = firstBad(notNull(pSrc, pDst), atLeast(roiSize, 1, 1), noNullIn<3>(pSrc))) return bad;
+    return from420(kernels().from420ToAC4, pSrc, srcStep, pairs(pDst, dstStep), roiSize);
+}
+
+PxlStatus pxliYUV420ToRGB_8u_P3C3(const Pxl8u* pSrc[3], Pxl8u* pDst, PxlSize imgSize) {
+    if (const PxlStatus bad = firstBad(notNull(pSrc, pDst), atLeast(imgSize, 1, 1), noNullIn<3>(pSrc))) return bad;
+    return fromDense420(kernels().from420ToC3, pSrc, PairView<Pxl8u>{denseRgb(pDst, imgSize)}, imgSize);
+}
+
+PxlStatus pxliYUV420ToRGB_8u_P3(const Pxl8u* pSrc[3], Pxl8u* pDst[3], PxlSize imgSize) {
+    if (const PxlStatus bad = firstBad(notNull(pSrc, pDst), atLeast(imgSize, 1, 1), noNullIn<3>(pSrc, pDst)))
+        return bad;
+    return fromDense420(kernels().from420ToPlanes, pSrc, pairs(denseRgbPlanes(pDst, imgSize)), imgSize);
+}
+
+PxlStatus pxliYUV420ToBGR_8u_P3C3R(const Pxl8u* pSrc[3], int srcStep[3], Pxl8u* pDst, int dstStep, PxlSize roiSize) {
+    if (const PxlStatus bad = firstBad(notNull(pSrc, pDst), atLeast(roiSize, 2, 2), noNullIn<3>(pSrc))) return bad;
+    return from420(kernels().from420ToBgrC3, pSrc, srcStep, pairs(pDst, dstStep), roiSize);
+}
