@@ -3,7 +3,7 @@
 // round each operation to single precision, in the order that stands here; bytes take integers.
 #pragma once
 
-#include "simd/operations.h"
+#include "simd/fixed_point.h"
 
 PXL_BEGIN_TARGET
 
@@ -48,13 +48,6 @@ PXL_INLINE F32<N> unitRange(F32<N> a) {
 // Sums with coefficients of 14 bits, exact in lanes of 16: for coefficients 256 * u + l with bytes u and l,
 // (256 * upper + lower) >> 8 = upper + (lower >> 8), where `upper` and `lower` are the sums with the u and the l.
 
-constexpr int upperByte(int factor) { return (factor + 128) >> 8; }
-constexpr int lowerByte(int factor) { return factor - 256 * upperByte(factor); }
-
-template <int N>
-PXL_INLINE U8<N> fillBytePairs(int a, int b) {
-    return as<U8<N>>(fill<I16<N>>((b & 255) * 256 + (a & 255)));
-}
 template <int kA, int kB, int N>
 PXL_INLINE I16<N> upperSums(U8<N> pairs) {
     return pairSumsSat(pairs, fillBytePairs<N>(upperByte(kA), upperByte(kB)));

@@ -15,7 +15,7 @@ PXL_INLINE I16<N> timesQ16Floor(I16<N> x) {
 
 // ---- luma, in byte products
 //
-// A factor of 16 bits is 256 * upper + lower, so that two sums of byte products fit 16 bits, and
+// With the bytes of the factors, 256 * upper + lower, two sums of byte products fit 16 bits, and
 // floor((256 * upperSum + lowerSum) / 2^s) = floor((upperSum + floor(lowerSum / 256)) / 2^(s - 8)).
 
 // (r * R + g * G + b * B + rounding) >> bits
@@ -26,9 +26,6 @@ constexpr LumaFactors kLumaQ15 = {9798, 19235, 3736, 16384, 15};
 // 2 is 1/8192 of a code, so that both cut. Deliberate.
 constexpr LumaFactors kLumaQ14 = {4899, 9617, 1868, 2, 14};
 constexpr LumaFactors kLumaQ14Truncating = {4899, 9617, 1868, 0, 14};
-
-constexpr int lowerByte(int factor) { return ((factor + 128) & 255) - 128; }
-constexpr int upperByte(int factor) { return (factor - lowerByte(factor)) / 256; }
 
 // Samples times signed bytes. A 1 beside blue takes the rounding.
 template <LumaFactors k, int N>

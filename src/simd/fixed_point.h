@@ -5,6 +5,10 @@
 
 PXL_BEGIN_TARGET
 
+// A factor of 16 bits as 256 * upper + lower with signed bytes.
+constexpr int upperByte(int factor) { return (factor + 128) >> 8; }
+constexpr int lowerByte(int factor) { return factor - 256 * upperByte(factor); }
+
 // A Q16 factor as whole + rest / 65536, so that rest fits 16 bits: the whole part is taken outside the shift, exactly.
 struct SplitFactor {
     int whole, rest;
