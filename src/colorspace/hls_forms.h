@@ -32,6 +32,8 @@ struct RefinedDivision {
 };
 
 // ---- RGB to HLS; where several channels are largest the first one decides the hue
+//
+// Of integers, gray pixels divide 0 by 0: the NaN becomes hue 0 or saturation 0 when it becomes an integer.
 
 template <class Scale, class Division>
 struct HlsFromRgb {
@@ -40,46 +42,104 @@ struct HlsFromRgb {
         const auto number = [](float x) { return fill<F32<N>>(x); };
         const auto [largest, smallest] = extremesOf(rgb);
         const auto sum = add(largest, smallest), range = sub(largest, smallest);
-        const auto lightness = mul(sum, number(0.5f));
-        const auto widest =
-            choose(greater(lightness, number(Scale::kFull / 2)), sum, sub(number(2 * Scale::kFull), sum));
+        // the sum itself up to the middle, its distance from white twice above
+        const auto widest = minimum(sum, sub(number(2 * Scale::kFull), sum));
         const auto saturation = mul(Division::quotient(range, widest), number(Scale::kFull));
 
         const auto red = equal(rgb.c0, largest), green = equal(rgb.c1, largest);
         const auto difference =
             choose(red, choose(green, sub(rgb.c0, rgb.c1), sub(rgb.c2, rgb.c0)), sub(rgb.c1, rgb.c2));
-        // -0 leaves a sum as it is, a sum of -0 too
-        const auto sector = choose(red, choose(green, number(240), number(120)), number(-0.0f));
-        const auto around = add(Division::quotient(mul(difference, number(60)), range), sector);
-        const auto hue = choose(greater(number(0), around), around, add(around, number(360)));
+        const auto other = sub(number(240), onlyWhere(green, number(120)));
+        const auto angle = Division::quotient(mul(difference, number(60)), range);
+        const auto lightness = mul(sum, number(0.5f));
+        if constexpr (Scale::kIntegers) {
+            const auto around = add(angle, zeroWhere(red, other));
+            const auto hue = add(around, onlyWhere(greater(number(0), around), number(360)));
+            return {mul(hue, number(Scale::kHueCode)), lightness, saturation};
+        } else {
+            // -0 leaves a sum as it is, a sum of -0 too
+            const auto around = add(angle, choose(red, other, number(-0.0f)));
+            const auto hue = choose(greater(number(0), around), around, add(around, number(360)));
+            const auto gray = atMost(range, number(1.1920929e-7f));
+            return {zeroWhere(gray, mul(hue, number(Scale::kHueCode))), lightness, zeroWhere(gray, saturation)};
+        }
+    }
+};
 
-        const auto gray = atMost(range, number(Scale::kLargestGrayRange));
-        return {zeroWhere(gray, mul(hue, number(Scale::kHueCode))), lightness, zeroWhere(gray, saturation)};
+// The same for bytes, which do what integers can do exactly as bytes and 16-bit lanes.
+template <class Division, class Rounding>
+struct HlsFromRgbBytes {
+    template <int N>
+    PXL_INLINE static Channels3<U8<N>> of(Channels3<U8<N>> rgb) {
+        const auto byte = [](int x) { return fill<U8<N>>(x); };
+        const auto [largest, smallest] = extremesOf(rgb);
+        const auto red = equal(rgb.c0, largest), green = equal(rgb.c1, largest);
+        const auto from = widen(choose(red, choose(green, rgb.c0, rgb.c2), rgb.c1));
+        const auto to = widen(choose(red, choose(green, rgb.c1, rgb.c0), rgb.c2));
+        const auto sector = floatsOf(choose(red, choose(green, byte(240), byte(120)), byte(0)));
+        const auto range = floatsOf(subWrap(largest, smallest));
+
+        const auto top = widen(largest), bottom = widen(smallest);
+        const Halves<I16<N>> sum = {addWrap(top.low, bottom.low), addWrap(top.high, bottom.high)};
+        const auto widest = joined(widestOf(sum.low), widestOf(sum.high));
+        const auto difference60 = joined(sixtyTimes(from.low, to.low), sixtyTimes(from.high, to.high));
+
+        auto hue = range, saturation = range;
+        for (int k = 0; k < 4; ++k) {
+            const auto number = [](float x) { return fill<F32<N>>(x); };
+            saturation.at[k] = mul(Division::quotient(range.at[k], widest.at[k]), number(ByteScale::kFull));
+            const auto around = add(Division::quotient(difference60.at[k], range.at[k]), sector.at[k]);
+            hue.at[k] =
+                mul(add(around, onlyWhere(greater(number(0), around), number(360))), number(ByteScale::kHueCode));
+        }
+        return {samplesOf<Rounding, U8<N>>(hue), packSatU8(Rounding::half(sum.low), Rounding::half(sum.high)),
+                samplesOf<Rounding, U8<N>>(saturation)};
+    }
+
+private:
+    template <int N>
+    PXL_INLINE static Parts<F32<N>, 2> widestOf(I16<N> sum) {
+        return floatsOf(as<U16<N>>(minimum(sum, subWrap(fill<I16<N>>(2 * 255), sum))));
+    }
+    template <int N>
+    PXL_INLINE static Parts<F32<N>, 2> sixtyTimes(I16<N> from, I16<N> to) {
+        return floatsOf(mulLow(subWrap(from, to), fill<I16<N>>(60)));
+    }
+    template <int N>
+    PXL_INLINE static Parts<F32<N>, 4> joined(Parts<F32<N>, 2> low, Parts<F32<N>, 2> high) {
+        return {{low.at[0], low.at[1], high.at[0], high.at[1]}};
     }
 };
 
 // ---- HLS to RGB
 
 // The trapezoid by which a channel follows its own hue: up from `low` in the first 60 degrees, `high` from 60 to 180,
-// down in the next 60, then `low`. Where rising and falling are the parts of the way there, 0..1.
-template <int N>
+// down in the next 60, then `low`. The way x up or down is the hue or 240 less the hue, whichever is less, and 0 after
+// 240; from 60 on the channel is high.
+template <class Scale, int N>
 struct Trapezoid {
     F32<N> low, high;
 
-    PXL_INLINE F32<N> at(F32<N> degrees, F32<N> rising, F32<N> falling) const {
-        const auto before = [&](float end) { return greater(fill<F32<N>>(end), degrees); };
-        const auto down = choose(before(240), low, add(low, falling));
-        return choose(before(60), choose(before(180), down, high), add(low, rising));
+    PXL_INLINE F32<N> atDegrees(F32<N> hue) const {
+        const auto way = wayTo(hue, 240);
+        auto slope = add(low, mul(mul(sub(high, low), way), fill<F32<N>>(0.016666668f)));
+        // low itself, which the sum is not where high is no number
+        if constexpr (!Scale::kIntegers) slope = choose(greater(fill<F32<N>>(240.0f), hue), low, slope);
+        return choose(greater(fill<F32<N>>(60.0f), way), high, slope);
     }
-    PXL_INLINE F32<N> at(F32<N> degrees) const {
-        const auto span = sub(high, low), sixtieth = fill<F32<N>>(0.016666668f);
-        return at(degrees, mul(mul(span, degrees), sixtieth),
-                  mul(mul(span, sub(fill<F32<N>>(240.0f), degrees)), sixtieth));
+    PXL_INLINE F32<N> atSextants(F32<N> hue) const {
+        const auto way = wayTo(hue, 4);
+        return choose(greater(fill<F32<N>>(1.0f), way), high, add(low, mul(sub(high, low), way)));
+    }
+
+private:
+    PXL_INLINE static F32<N> wayTo(F32<N> hue, float end) {
+        return minimum(hue, maximum(sub(fill<F32<N>>(end), hue), fill<F32<N>>(0.0f)));  // 0 for NaN
     }
 };
 
-// The results of integer scales are not yet integers. With kGreenInSextants green's part of the way comes straight from
-// the code of the hue instead of over degrees.
+// The results of integer scales are not yet integers. With kGreenInSextants green's way comes straight from the code of
+// the hue instead of over degrees.
 template <class Scale, bool kGreenInSextants>
 struct RgbFromHls {
     template <int N>
@@ -90,21 +150,24 @@ struct RgbFromHls {
                    saturation = mul(hls.c2, number(Scale::kFromCode));
         const auto high = choose(greater(lightness, number(0.5f)), mul(lightness, add(number(1), saturation)),
                                  sub(add(lightness, saturation), mul(lightness, saturation)));
-        const Trapezoid<N> channel = {sub(add(lightness, lightness), high), high};
+        const Trapezoid<Scale, N> channel = {sub(add(lightness, lightness), high), high};
 
         const auto ahead = add(hue, number(120)), behind = sub(hue, number(120));
-        const auto red = channel.at(choose(greater(ahead, number(360)), ahead, sub(ahead, number(360))));
-        const auto blue = channel.at(choose(greater(number(0), behind), behind, add(behind, number(360))));
+        const auto red = channel.atDegrees(sub(ahead, onlyWhere(greater(ahead, number(360)), number(360))));
+        const auto blue = channel.atDegrees(add(behind, onlyWhere(greater(number(0), behind), number(360))));
         auto green = hue;
         if constexpr (kGreenInSextants) {
-            const auto span = sub(channel.high, channel.low), sextants = mul(hls.c0, number(Scale::kSextantsFromCode));
-            green = channel.at(hue, mul(span, sextants), mul(span, sub(number(4), sextants)));
+            green = channel.atSextants(mul(hls.c0, number(Scale::kSextantsFromCode)));
         } else {
-            green = channel.at(hue);
+            green = channel.atDegrees(hue);
         }
 
         const auto gray = equal(saturation, number(0));
-        const auto scaled = [&](F32<N> value) { return mul(choose(gray, value, lightness), number(Scale::kFull)); };
+        const auto scaled = [&](F32<N> value) {
+            // of integers low and high are the lightness where the saturation is 0
+            if constexpr (!Scale::kIntegers) value = choose(gray, value, lightness);
+            return mul(value, number(Scale::kFull));
+        };
         return {scaled(red), scaled(green), scaled(blue)};
     }
 };

@@ -10,7 +10,7 @@ namespace {
 
 struct BytesFromRgb {
     template <class Division>
-    using Way = Converted<HlsFromRgb<ByteScale, Division>, ToNearestEven>;
+    using Way = HlsFromRgbBytes<Division, ToNearestEven>;
     template <int kGroup, class Source, class Destination>
     PXL_INLINE static void row(Source src, Destination dst, Index width) {
         convertRow<kGroup, Way<EstimatedDivision>, Way<RefinedDivision>>(src, dst, width);
@@ -19,7 +19,7 @@ struct BytesFromRgb {
 
 struct BytesFromBgr {
     template <class Division>
-    using Way = Converted<HlsFromRgb<ByteScale, Division>, Truncated>;
+    using Way = HlsFromRgbBytes<Division, Truncated>;
     template <class Source, class Destination>
     PXL_INLINE static void row(Source src, Destination dst, Index width) {
         convertRow<4, Way<EstimatedDivision>, Way<RefinedDivision>>(Reversed{src}, dst, width);

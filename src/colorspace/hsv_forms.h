@@ -1,5 +1,4 @@
-// Hue, saturation and value of RGB and back, on floats in the scale of the samples. The hue counts sixths of the circle
-// from red over green and blue.
+// Hue, saturation and value of RGB and back. The hue counts sixths of the circle from red over green and blue.
 #pragma once
 
 #include "colorspace/hue_scales.h"
@@ -7,38 +6,37 @@
 PXL_BEGIN_TARGET
 
 // ---- RGB to HSV; where several channels are largest the last one decides the hue
+//
+// Gray pixels divide 0 by 0: the NaN becomes hue 0 or saturation 0 when it becomes an integer.
 
-// The distances of the channels from the largest, in parts of the range.
-template <int N>
-struct HueParts {
-    F32<N> red, green, blue;
-};
-
-// Bytes: hue and saturation are still to be rounded.
+// Bytes: hue and saturation rounded, by the estimate of the reciprocal.
 struct HsvFromRgbBytes {
     template <int N>
-    PXL_INLINE static Channels3<F32<N>> of(Channels3<F32<N>> rgb) {
-        const auto number = [](float x) { return fill<F32<N>>(x); };
+    PXL_INLINE static Channels3<U8<N>> of(Channels3<U8<N>> rgb) {
+        const auto byte = [](int x) { return fill<U8<N>>(x); };
         const auto [largest, smallest] = extremesOf(rgb);
-        const auto range = sub(largest, smallest);
-        const auto saturation = mul(mul(reciprocalEstimate(largest), range), number(255));
+        const auto green = equal(rgb.c1, largest), blue = equal(rgb.c2, largest);
+        const auto plus = choose(blue, choose(green, rgb.c2, rgb.c0), rgb.c1);
+        const auto minus = choose(blue, choose(green, rgb.c1, rgb.c2), rgb.c0);
+        const auto ahead = floatsOf(subWrap(largest, plus)), behind = floatsOf(subWrap(largest, minus));
+        const auto sector = floatsOf(choose(blue, bitAnd(green, byte(2)), byte(4)));
+        const auto value = floatsOf(largest), range = floatsOf(subWrap(largest, smallest));
 
-        const auto scale = reciprocalEstimate(range);
-        const auto below = [&](F32<N> c) { return mul(sub(largest, c), scale); };
-        const auto red = below(rgb.c0), green = below(rgb.c1), blue = below(rgb.c2);
-        auto sextants = sub(blue, green);
-        sextants = choose(equal(rgb.c1, largest), sextants, add(sub(red, blue), number(2)));
-        sextants = choose(equal(rgb.c2, largest), sextants, add(sub(green, red), number(4)));
-        const auto around = mul(sextants, number(42.5f));
-        // the circle has 255 codes here, not 256
-        const auto hue = choose(greater(number(0), around), around, add(around, number(255)));
-
-        const auto gray = equal(range, number(0));
-        return {zeroWhere(gray, hue), zeroWhere(gray, saturation), largest};
+        auto hue = value, saturation = value;
+        for (int k = 0; k < 4; ++k) {
+            const auto number = [](float x) { return fill<F32<N>>(x); };
+            saturation.at[k] = mul(mul(reciprocalEstimate(value.at[k]), range.at[k]), number(255));
+            const auto scale = reciprocalEstimate(range.at[k]);
+            const auto sextants = add(sub(mul(ahead.at[k], scale), mul(behind.at[k], scale)), sector.at[k]);
+            const auto around = mul(sextants, number(42.5f));
+            // the circle has 255 codes here, not 256
+            hue.at[k] = add(around, onlyWhere(greater(number(0), around), number(255)));
+        }
+        return {samplesOf<ToNearestEven, U8<N>>(hue), samplesOf<ToNearestEven, U8<N>>(saturation), largest};
     }
 };
 
-// 16 bits: with the half that makes truncation round.
+// 16 bits, on floats: with the half that makes truncation round.
 struct HsvFromRgbWords {
     template <int N>
     PXL_INLINE static Channels3<F32<N>> of(Channels3<F32<N>> rgb) {
@@ -48,43 +46,69 @@ struct HsvFromRgbWords {
         const auto saturation = add(div(mul(range, number(65535)), largest), number(0.5f));
 
         const auto scale = div(number(1), range);
-        const auto below = [&](F32<N> c) { return mul(sub(largest, c), scale); };
+        const auto below = [&, top = largest](F32<N> c) { return mul(sub(top, c), scale); };
         const auto red = below(rgb.c0), green = below(rgb.c1), blue = below(rgb.c2);
         auto sextants = sub(blue, green);
         sextants = choose(equal(rgb.c1, largest), sextants, sub(add(red, number(2)), blue));
         sextants = choose(equal(rgb.c2, largest), sextants, sub(add(green, number(4)), red));
         const auto negative = greater(number(0), add(sextants, number(1.1920929e-7f)));
-        sextants = choose(negative, sextants, add(sextants, number(6)));
-        const auto hue = add(mul(sextants, number(10922.5f)), number(0.5f));
-
-        const auto gray = equal(range, number(0));
-        return {zeroWhere(gray, hue), zeroWhere(gray, saturation), largest};
+        sextants = add(sextants, onlyWhere(negative, number(6)));
+        return {add(mul(sextants, number(10922.5f)), number(0.5f)), saturation, largest};
     }
 };
 
-// ---- HSV to RGB: results still to be rounded; those that are the value itself are integers already
+// ---- HSV to RGB
+//
+// In each sixth of the circle one channel is the value, one is `low`, and one goes up or down between them.
+
+// Bytes that are set where a channel is the value, or goes, in the sector that an index says.
+constexpr Bytes16 setIn(int a, int b) {
+    Bytes16 table = {};
+    table.byte[a] = table.byte[b] = 255;
+    return table;
+}
+alignas(16) constexpr Bytes16 kRedIsValue = setIn(5, 0), kRedGoes = setIn(1, 4);
+alignas(16) constexpr Bytes16 kGreenIsValue = setIn(1, 2), kGreenGoes = setIn(0, 3);
+alignas(16) constexpr Bytes16 kBlueIsValue = setIn(3, 4), kBlueGoes = setIn(2, 5);
 
 template <class Scale>
 struct RgbFromHsv {
-    template <int N>
-    PXL_INLINE static Channels3<F32<N>> of(Channels3<F32<N>> hsv) {
-        const auto number = [](float x) { return fill<F32<N>>(x); };
-        // the uppermost code is red like the lowest; all others stay below 6
-        const auto sextants = zeroWhere(equal(hsv.c0, number(Scale::kFull)),
-                                        mul(mul(hsv.c0, number(0.016666668f)), number(Scale::kDegreesFromCode)));
-        const auto sector = toFloat(truncateToInt(sextants)), part = sub(sextants, sector);
-        const auto value = hsv.c2, span = mul(mul(hsv.c1, number(Scale::kFromCode)), value);
-        const auto way = mul(span, part);
-        const auto low = sub(value, span), falling = sub(value, way), rising = add(way, low);
-
-        const auto before = [&](float end) { return greater(number(end), sector); };
-        const auto to1 = before(1), to2 = before(2), to3 = before(3), to4 = before(4), to5 = before(5);
-        // the channel in each of the six sectors
-        const auto inSectors = [&](auto s0, auto s1, auto s2, auto s3, auto s4, auto s5) {
-            return choose(to1, choose(to2, choose(to3, choose(to4, choose(to5, s5, s4), s3), s2), s1), s0);
+    template <class V>
+    PXL_INLINE static Channels3<V> of(Channels3<V> hsv) {
+        constexpr int N = V::kN;
+        const auto hue = floatsOf(hsv.c0), saturation = floatsOf(hsv.c1), value = floatsOf(hsv.c2);
+        auto low = hue, going = hue;
+        Parts<I32<N>, hue.kParts> sector;
+        for (int k = 0; k < hue.kParts; ++k) {
+            const auto number = [](float x) { return fill<F32<N>>(x); };
+            // the uppermost code is red like the lowest; all others stay below 6
+            const auto sextants = zeroWhere(equal(hue.at[k], number(Scale::kFull)),
+                                            mul(mul(hue.at[k], number(0.016666668f)), number(Scale::kDegreesFromCode)));
+            sector.at[k] = truncateToInt(sextants);
+            const auto span = mul(mul(saturation.at[k], number(Scale::kFromCode)), value.at[k]);
+            const auto way = mul(span, sub(sextants, toFloat(sector.at[k])));
+            low.at[k] = sub(value.at[k], span);
+            const auto down = as<F32<N>>(shiftLeft<31>(sector.at[k]));  // its sign says which lanes to choose
+            going.at[k] = choose(down, add(way, low.at[k]), sub(value.at[k], way));
+        }
+        const auto index = inEachByte(packSatSamples<V>(sector));
+        const auto bottom = as<U8<N>>(samplesOf<ToNearestEven, V>(low)),
+                   middle = as<U8<N>>(samplesOf<ToNearestEven, V>(going)), top = as<U8<N>>(hsv.c2);
+        const auto channel = [&](const Bytes16& isValue, const Bytes16& goes) {
+            return as<V>(
+                choose(pick(pattern<N>(isValue), index), choose(pick(pattern<N>(goes), index), bottom, middle), top));
         };
-        return {inSectors(value, falling, low, low, rising, value), inSectors(rising, value, value, falling, low, low),
-                inSectors(low, low, rising, value, value, falling)};
+        return {channel(kRedIsValue, kRedGoes), channel(kGreenIsValue, kGreenGoes), channel(kBlueIsValue, kBlueGoes)};
+    }
+
+private:
+    template <int N>
+    PXL_INLINE static U8<N> inEachByte(U8<N> sector) {
+        return sector;
+    }
+    template <int N>
+    PXL_INLINE static U8<N> inEachByte(U16<N> sector) {
+        return as<U8<N>>(mulLow(as<I16<N>>(sector), fill<I16<N>>(0x0101)));
     }
 };
 

@@ -15,10 +15,8 @@ constexpr HsvKernels::Layouts<T> kSamples = {
 }  // namespace
 
 constexpr HsvKernels kHsvKernels = {
-    .fromRgb = {.u8 = kSamples<Pxl8u, Converted<HsvFromRgbBytes, ToNearestEven>>,
-                .u16 = kSamples<Pxl16u, Converted<HsvFromRgbWords, Truncated>>},
-    .toRgb = {.u8 = kSamples<Pxl8u, Converted<RgbFromHsv<ByteScale>, ToNearestEven>>,
-              .u16 = kSamples<Pxl16u, Converted<RgbFromHsv<WordScale>, ToNearestEven>>},
+    .fromRgb = {.u8 = kSamples<Pxl8u, HsvFromRgbBytes>, .u16 = kSamples<Pxl16u, Converted<HsvFromRgbWords, Truncated>>},
+    .toRgb = {.u8 = kSamples<Pxl8u, RgbFromHsv<ByteScale>>, .u16 = kSamples<Pxl16u, RgbFromHsv<WordScale>>},
 };
 
 PXL_END_TARGET

@@ -1,34 +1,10 @@
 // Rows of samples through a form on floats.
 #pragma once
 
+#include "colorspace/hue_scales.h"
 #include "simd/pixels.h"
 
 PXL_BEGIN_TARGET
-
-// How floats become integers. Those of here are numbers within 32-bit integers.
-struct ToNearestEven {
-    template <int N>
-    PXL_INLINE static I32<N> integer(F32<N> a) {
-        return toInt(a);
-    }
-};
-struct Truncated {
-    template <int N>
-    PXL_INLINE static I32<N> integer(F32<N> a) {
-        return truncateToInt(a);
-    }
-};
-
-template <class Rounding, class V, int kCount>
-PXL_INLINE V samplesOf(Parts<F32<V::kN>, kCount> a) {
-    if constexpr (kCount == 1) {
-        return a.at[0];
-    } else {
-        Parts<I32<V::kN>, kCount> whole;
-        for (int k = 0; k < kCount; ++k) whole.at[k] = Rounding::integer(a.at[k]);
-        return packSatSamples<V>(whole);
-    }
-}
 
 template <class Form, class Rounding>
 struct Converted {
@@ -41,13 +17,18 @@ struct Converted {
         }
         return {samplesOf<Rounding, V>(c0), samplesOf<Rounding, V>(c1), samplesOf<Rounding, V>(c2)};
     }
-    // The fourth channel goes along.
-    template <class V>
-    PXL_INLINE static Channels4<V> of(Channels4<V> px) {
-        const auto out = of(Channels3{px.c0, px.c1, px.c2});
-        return {out.c0, out.c1, out.c2, px.c3};
-    }
 };
+
+// Three channels converted; a fourth one goes along.
+template <class Way, class V>
+PXL_INLINE Channels3<V> converted(Channels3<V> px) {
+    return Way::of(px);
+}
+template <class Way, class V>
+PXL_INLINE Channels4<V> converted(Channels4<V> px) {
+    const auto out = Way::of(Channels3{px.c0, px.c1, px.c2});
+    return {out.c0, out.c1, out.c2, px.c3};
+}
 
 // The pixels of one block of 128 bits.
 template <class Source>
@@ -57,15 +38,15 @@ constexpr int kBlockPixels = decltype(static_cast<const Source*>(nullptr)->load(
 template <class Same, class Source, class Destination>
 PXL_INLINE void convertRow(Source src, Destination dst, Index width) {
     eachGroupAndPart<kBlockPixels<Source>>(
-        width, [&](auto how, Index x) PXL_BODY { dst.store(how, x, Same::of(src.load(how, x))); });
+        width, [&](auto how, Index x) PXL_BODY { dst.store(how, x, converted<Same>(src.load(how, x))); });
 }
 
 // Whole groups of kGroup pixels one way, the pixels left over another way.
 template <int kGroup, class Group, class Tail, class Source, class Destination>
 PXL_INLINE void convertRow(Source src, Destination dst, Index width) {
     groupsAndTail<kGroup, kBlockPixels<Source>>(
-        width, [&](auto how, Index x) PXL_BODY { dst.store(how, x, Group::of(src.load(how, x))); },
-        [&](Part how, Index x) PXL_BODY { dst.store(how, x, Tail::of(src.load(how, x))); });
+        width, [&](auto how, Index x) PXL_BODY { dst.store(how, x, converted<Group>(src.load(how, x))); },
+        [&](Part how, Index x) PXL_BODY { dst.store(how, x, converted<Tail>(src.load(how, x))); });
 }
 
 PXL_END_TARGET
