@@ -112,6 +112,16 @@ Matrix matrixOf(std::string_view name) {
 bool isVideo(const std::string& space) { return space == "YCbCr" || space == "YCrCb" || space == "CbYCr"; }
 bool isRgb(const std::string& space) { return space == "RGB" || space == "BGR"; }
 
+// The colour differences of analog video, with gains of their own.
+Colour toAnalog(const Colour& c) {
+    const double luma = 0.299 * c[0] + 0.587 * c[1] + 0.114 * c[2];
+    return {luma, 128 + 0.492 * (c[2] - luma), std::clamp(128 + 0.877 * (c[0] - luma), 0.0, 255.0), c[3]};
+}
+Colour fromAnalog(const Colour& c) {
+    const double red = c[0] + (c[2] - 128) / 0.877, blue = c[0] + (c[1] - 128) / 0.492;
+    return {red, (c[0] - 0.299 * red - 0.114 * blue) / 0.587, blue, c[3]};
+}
+
 Colour twisted(const Colour& c) {
     Colour out = c;
     for (std::size_t i = 0; i < 3; ++i) {
@@ -174,6 +184,8 @@ Equation equationFor(const Export& function) {
         };
     }
     if (isVideo(from) && isRgb(to)) return [matrix](const Colour& c) { return decoded(matrix, c); };
+    if (to == "YUV") return toAnalog;
+    if (from == "YUV") return fromAnalog;
     if (to == "Gray" && isVideo(from)) return [](const Colour& c) { return c; };
     if (to == "Gray") {
         return [](const Colour& c) { return Colour{0.299 * c[0] + 0.587 * c[1] + 0.114 * c[2], 0, 0, 0}; };
