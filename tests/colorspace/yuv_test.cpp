@@ -238,6 +238,25 @@ TEST(YuvForms, allColours) {
     for (const int distance : apart) EXPECT_EQ(distance, 0);
 }
 
+// The colours whose luma is half a code, of which there are some hundred, show how the differences round.
+TEST(YuvForms, ties) {
+    int ties = 0;
+    for (int colour = 0; colour < 1 << 24; ++colour) {
+        const Pixel p = {colour >> 16, colour >> 8 & 255, colour & 255};
+        if (rawLuma(p) % 65536 != 32768) continue;
+        ++ties;
+        const Pxl8u in[4] = {static_cast<Pxl8u>(p[0]), static_cast<Pxl8u>(p[1]), static_cast<Pxl8u>(p[2]), 0};
+        onEachTarget([&](Target target) {
+            Pxl8u out[4] = {};
+            ASSERT_EQ(pxliRGBToYUV_8u_C3R(in, 3, out, 3, {1, 1}), pxlStatusOk);
+            EXPECT_EQ((Pixel{out[0], out[1], out[2]}), truncated(p)) << nameOf(target);
+            ASSERT_EQ(pxliRGBToYUV_8u_AC4R(in, 4, out, 4, {1, 1}), pxlStatusOk);
+            EXPECT_EQ((Pixel{out[0], out[1], out[2]}), rounded(p)) << nameOf(target);
+        });
+    }
+    EXPECT_GT(ties, 100);
+}
+
 // ---- 4:2:2 and 4:2:0
 
 struct Encoder {
