@@ -17,7 +17,9 @@ template <class T>
 struct View {
     T* first;
     Index step;
+    int channels = 0;  // samples a pixel, where that is known
     T* row(Index y) const { return offsetBytes(first, y * step); }
+    bool gapless(Index width) const { return channels > 0 && step == channels * Index{sizeof(T)} * width; }
 };
 
 template <class T, int kPlanes>
@@ -27,6 +29,11 @@ struct PlanarView {
         RowOf<T, kPlanes> row;
         for (int i = 0; i < kPlanes; ++i) row.plane[i] = plane[i].row(y);
         return row;
+    }
+    bool gapless(Index width) const {
+        bool all = true;
+        for (const View<T>& one : plane) all = all && one.gapless(width);
+        return all;
     }
 };
 
@@ -54,6 +61,7 @@ template <class V>
 struct Same {
     V value;
     V row(Index) const { return value; }
+    bool gapless(Index) const { return true; }
 };
 
 template <class T>
@@ -61,17 +69,23 @@ View<T> view(T* p, Index step) {
     return {p, step};
 }
 
+// Of interleaved pixels.
+template <int kChannels, class T>
+View<T> packed(T* p, Index step) {
+    return {p, step, kChannels};
+}
+
 template <int kPlanes, class T>
 PlanarView<T, kPlanes> planes(T* const* p, Index step) {
     PlanarView<T, kPlanes> view;
-    for (int i = 0; i < kPlanes; ++i) view.plane[i] = {p[i], step};
+    for (int i = 0; i < kPlanes; ++i) view.plane[i] = {p[i], step, 1};
     return view;
 }
 
 template <int kPlanes, class T, class Step>
 PlanarView<T, kPlanes> planes(T* const* p, const Step* steps) {
     PlanarView<T, kPlanes> view;
-    for (int i = 0; i < kPlanes; ++i) view.plane[i] = {p[i], steps[i]};
+    for (int i = 0; i < kPlanes; ++i) view.plane[i] = {p[i], steps[i], 1};
     return view;
 }
 

@@ -29,4 +29,11 @@ PxlStatus eachRun(bool dense, Size size, Kernel kernel, Views... views) {
     return pxlStatusOk;
 }
 
+// eachRow for a kernel that treats whole groups of kGroup pixels alike: where rows hold whole groups and follow each
+// other without a gap in all images, they make one long row.
+template <int kGroup, class Kernel, class... Views>
+PxlStatus eachRunOfGroups(PxlSize size, Kernel kernel, Views... views) {
+    return eachRun(size.width % kGroup == 0 && (views.gapless(size.width) && ...), size, kernel, views...);
+}
+
 }  // namespace pxl

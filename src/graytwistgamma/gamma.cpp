@@ -35,7 +35,7 @@ PxlStatus convertC3(GammaRows<T, Argument> rows, Argument argument, const T* pSr
             firstBad(valid(argument), notNull(pSrc, pDst), atLeast(roiSize, 1, 1), positiveSteps(srcStep, dstStep)))
         return bad;
     const auto row = [&](const T* src, T* dst, Index width) { rows.run(src, dst, argument, 3 * width); };
-    return eachRow(roiSize, row, view(pSrc, srcStep), view(pDst, dstStep));
+    return eachRunOfGroups<1>(roiSize, row, packed<3>(pSrc, srcStep), packed<3>(pDst, dstStep));
 }
 
 template <class T, class Argument>
@@ -45,7 +45,7 @@ PxlStatus convertAC4(GammaRows<T, Argument> rows, Argument argument, const T* pS
             firstBad(valid(argument), notNull(pSrc, pDst), atLeast(roiSize, 1, 1), positiveSteps(srcStep, dstStep)))
         return bad;
     const auto row = [&](const T* src, T* dst, Index width) { rows.pixels(src, dst, argument, width); };
-    return eachRow(roiSize, row, view(pSrc, srcStep), view(pDst, dstStep));
+    return eachRunOfGroups<1>(roiSize, row, packed<4>(pSrc, srcStep), packed<4>(pDst, dstStep));
 }
 
 template <class T, class Argument>
@@ -55,7 +55,8 @@ PxlStatus convertP3(GammaRows<T, Argument> rows, Argument argument, const T* con
                                        atLeast(roiSize, 1, 1), positiveSteps(srcStep, dstStep)))
         return bad;
     const auto row = [&](const T* src, T* dst, Index width) { rows.run(src, dst, argument, width); };
-    for (int i = 0; i < 3; ++i) eachRow(roiSize, row, view(pSrc[i], srcStep), view(pDst[i], dstStep));
+    for (int i = 0; i < 3; ++i)
+        eachRunOfGroups<1>(roiSize, row, packed<1>(pSrc[i], srcStep), packed<1>(pDst[i], dstStep));
     return pxlStatusOk;
 }
 

@@ -19,15 +19,14 @@ template <int kChannels, class T, class Weights>
 PxlStatus toGray(GrayKernels::ToGray<T, Weights> kernel, const T* pSrc, int srcStep, T* pDst, int dstStep,
                  PxlSize roiSize, const typename Weights::Given* coeffs = nullptr) {
     if (const PxlStatus bad = firstBad(notNull(pSrc, pDst), atLeast(roiSize, 1, 1))) return bad;
-    const Index rowBytes = roiSize.width * Index{sizeof(T)};
-    return eachRun(srcStep == kChannels * rowBytes && dstStep == rowBytes, roiSize, kernel, view(pSrc, srcStep),
-                   view(pDst, dstStep), same(weightsFrom<Weights>(coeffs)));
+    return eachRunOfGroups<1>(roiSize, kernel, packed<kChannels>(pSrc, srcStep), packed<1>(pDst, dstStep),
+                              same(weightsFrom<Weights>(coeffs)));
 }
 
-template <class Kernel, class T, class... Alpha>
+template <int kFrom, int kTo, class Kernel, class T, class... Alpha>
 PxlStatus copied(Kernel kernel, const T* pSrc, int srcStep, T* pDst, int dstStep, PxlSize roiSize, Alpha... aval) {
     if (const PxlStatus bad = firstBad(notNull(pSrc, pDst), atLeast(roiSize, 1, 1))) return bad;
-    return eachRow(roiSize, kernel, view(pSrc, srcStep), view(pDst, dstStep), same(aval)...);
+    return eachRunOfGroups<1>(roiSize, kernel, packed<kFrom>(pSrc, srcStep), packed<kTo>(pDst, dstStep), same(aval)...);
 }
 
 }  // namespace
@@ -115,32 +114,32 @@ PxlStatus pxliColorToGray_64f_AC4C1R(const Pxl64f* pSrc, int srcStep, Pxl64f* pD
 }
 
 PxlStatus pxliGrayToRGB_8u_C1C3R(const Pxl8u* pSrc, int srcStep, Pxl8u* pDst, int dstStep, PxlSize roiSize) {
-    return copied(kernels().toC3U8, pSrc, srcStep, pDst, dstStep, roiSize);
+    return copied<1, 3>(kernels().toC3U8, pSrc, srcStep, pDst, dstStep, roiSize);
 }
 
 PxlStatus pxliGrayToRGB_8u_C1C4R(const Pxl8u* pSrc, int srcStep, Pxl8u* pDst, int dstStep, PxlSize roiSize,
                                  Pxl8u aval) {
-    return copied(kernels().toC4U8, pSrc, srcStep, pDst, dstStep, roiSize, aval);
+    return copied<1, 4>(kernels().toC4U8, pSrc, srcStep, pDst, dstStep, roiSize, aval);
 }
 
 PxlStatus pxliGrayToRGB_16u_C1C3R(const Pxl16u* pSrc, int srcStep, Pxl16u* pDst, int dstStep, PxlSize roiSize) {
-    return copied(kernels().toC3U16, pSrc, srcStep, pDst, dstStep, roiSize);
+    return copied<1, 3>(kernels().toC3U16, pSrc, srcStep, pDst, dstStep, roiSize);
 }
 
 PxlStatus pxliGrayToRGB_16u_C1C4R(const Pxl16u* pSrc, int srcStep, Pxl16u* pDst, int dstStep, PxlSize roiSize,
                                   Pxl16u aval) {
-    return copied(kernels().toC4U16, pSrc, srcStep, pDst, dstStep, roiSize, aval);
+    return copied<1, 4>(kernels().toC4U16, pSrc, srcStep, pDst, dstStep, roiSize, aval);
 }
 
 PxlStatus pxliGrayToRGB_32f_C1C3R(const Pxl32f* pSrc, int srcStep, Pxl32f* pDst, int dstStep, PxlSize roiSize) {
-    return copied(kernels().toC3F32, pSrc, srcStep, pDst, dstStep, roiSize);
+    return copied<1, 3>(kernels().toC3F32, pSrc, srcStep, pDst, dstStep, roiSize);
 }
 
 PxlStatus pxliGrayToRGB_32f_C1C4R(const Pxl32f* pSrc, int srcStep, Pxl32f* pDst, int dstStep, PxlSize roiSize,
                                   Pxl32f aval) {
-    return copied(kernels().toC4F32, pSrc, srcStep, pDst, dstStep, roiSize, aval);
+    return copied<1, 4>(kernels().toC4F32, pSrc, srcStep, pDst, dstStep, roiSize, aval);
 }
 
 PxlStatus pxliYCbCr422ToGray_8u_C2C1R(const Pxl8u* pSrc, int srcStep, Pxl8u* pDst, int dstStep, PxlSize roiSize) {
-    return copied(kernels().luma422, pSrc, srcStep, pDst, dstStep, roiSize);
+    return copied<2, 1>(kernels().luma422, pSrc, srcStep, pDst, dstStep, roiSize);
 }

@@ -14,38 +14,38 @@ const Ycbcr444Kernels& kernels() {
     return forActiveTarget(sse42::kYcbcr444Kernels, avx2::kYcbcr444Kernels, avx512::kYcbcr444Kernels);
 }
 
-// The shapes that several functions share; the checks stand in each function.
+// The shapes that several functions share; the checks stand in each function. The groups of all are 8 or 16 pixels.
 
 PxlStatus fromPlanes(Ycbcr444Kernels::FromPlanes kernel, const Pxl8u* pSrc[3], int srcStep, Pxl8u* pDst, int dstStep,
                      PxlSize roiSize) {
-    return eachRow(roiSize, kernel, planes<3>(pSrc, srcStep), view(pDst, dstStep));
+    return eachRunOfGroups<16>(roiSize, kernel, planes<3>(pSrc, srcStep), packed<3>(pDst, dstStep));
 }
 
 PxlStatus fromPlanes(Ycbcr444Kernels::FromPlanesAlpha kernel, const Pxl8u* pSrc[3], int srcStep, Pxl8u* pDst,
                      int dstStep, PxlSize roiSize, Pxl8u aval) {
-    return eachRow(roiSize, kernel, planes<3>(pSrc, srcStep), view(pDst, dstStep), same(aval));
+    return eachRunOfGroups<16>(roiSize, kernel, planes<3>(pSrc, srcStep), packed<4>(pDst, dstStep), same(aval));
 }
 
 }  // namespace
 
 PxlStatus pxliRGBToYCbCr_8u_C3R(const Pxl8u* pSrc, int srcStep, Pxl8u* pDst, int dstStep, PxlSize roiSize) {
     if (const PxlStatus bad = firstBad(notNull(pSrc, pDst), atLeast(roiSize, 1, 1))) return bad;
-    return eachRow(roiSize, kernels().rgbToYcbcrC3, view(pSrc, srcStep), view(pDst, dstStep));
+    return eachRunOfGroups<16>(roiSize, kernels().rgbToYcbcrC3, packed<3>(pSrc, srcStep), packed<3>(pDst, dstStep));
 }
 
 PxlStatus pxliRGBToYCbCr_8u_AC4R(const Pxl8u* pSrc, int srcStep, Pxl8u* pDst, int dstStep, PxlSize roiSize) {
     if (const PxlStatus bad = firstBad(notNull(pSrc, pDst), atLeast(roiSize, 1, 1))) return bad;
-    return eachRow(roiSize, kernels().rgbToYcbcrAC4, view(pSrc, srcStep), view(pDst, dstStep));
+    return eachRunOfGroups<16>(roiSize, kernels().rgbToYcbcrAC4, packed<4>(pSrc, srcStep), packed<4>(pDst, dstStep));
 }
 
 PxlStatus pxliRGBToYCbCr_8u_C3P3R(const Pxl8u* pSrc, int srcStep, Pxl8u* pDst[3], int dstStep, PxlSize roiSize) {
     if (const PxlStatus bad = firstBad(notNull(pSrc, pDst), noNullIn<3>(pDst), atLeast(roiSize, 1, 1))) return bad;
-    return eachRow(roiSize, kernels().rgbToYcbcrC3P3, view(pSrc, srcStep), planes<3>(pDst, dstStep));
+    return eachRunOfGroups<8>(roiSize, kernels().rgbToYcbcrC3P3, packed<3>(pSrc, srcStep), planes<3>(pDst, dstStep));
 }
 
 PxlStatus pxliRGBToYCbCr_8u_AC4P3R(const Pxl8u* pSrc, int srcStep, Pxl8u* pDst[3], int dstStep, PxlSize roiSize) {
     if (const PxlStatus bad = firstBad(notNull(pSrc, pDst), noNullIn<3>(pDst), atLeast(roiSize, 1, 1))) return bad;
-    return eachRow(roiSize, kernels().rgbToYcbcrAC4P3, view(pSrc, srcStep), planes<3>(pDst, dstStep));
+    return eachRunOfGroups<8>(roiSize, kernels().rgbToYcbcrAC4P3, packed<4>(pSrc, srcStep), planes<3>(pDst, dstStep));
 }
 
 PxlStatus pxliRGBToYCbCr_8u_P3R(const Pxl8u* pSrc[3], int srcStep, Pxl8u* pDst[3], int dstStep, PxlSize roiSize) {
@@ -54,18 +54,18 @@ PxlStatus pxliRGBToYCbCr_8u_P3R(const Pxl8u* pSrc[3], int srcStep, Pxl8u* pDst[3
     // Only fully aligned images get the group form; this changes values and is part of the definition.
     const bool aligned = multiplesOf16(pSrc[0], pSrc[1], pSrc[2], pDst[0], pDst[1], pDst[2]) &&
                          multiplesOf16(Index{srcStep}, Index{dstStep}, Index{roiSize.width});
-    return eachRow(roiSize, aligned ? kernels().rgbToYcbcrP3Aligned : kernels().rgbToYcbcrP3, planes<3>(pSrc, srcStep),
-                   planes<3>(pDst, dstStep));
+    return eachRunOfGroups<1>(roiSize, aligned ? kernels().rgbToYcbcrP3Aligned : kernels().rgbToYcbcrP3,
+                              planes<3>(pSrc, srcStep), planes<3>(pDst, dstStep));
 }
 
 PxlStatus pxliYCbCrToRGB_8u_C3R(const Pxl8u* pSrc, int srcStep, Pxl8u* pDst, int dstStep, PxlSize roiSize) {
     if (const PxlStatus bad = firstBad(notNull(pSrc, pDst), atLeast(roiSize, 1, 1))) return bad;
-    return eachRow(roiSize, kernels().ycbcrToRgbC3, view(pSrc, srcStep), view(pDst, dstStep));
+    return eachRunOfGroups<8>(roiSize, kernels().ycbcrToRgbC3, packed<3>(pSrc, srcStep), packed<3>(pDst, dstStep));
 }
 
 PxlStatus pxliYCbCrToRGB_8u_AC4R(const Pxl8u* pSrc, int srcStep, Pxl8u* pDst, int dstStep, PxlSize roiSize) {
     if (const PxlStatus bad = firstBad(notNull(pSrc, pDst), atLeast(roiSize, 1, 1))) return bad;
-    return eachRow(roiSize, kernels().ycbcrToRgbAC4, view(pSrc, srcStep), view(pDst, dstStep));
+    return eachRunOfGroups<1>(roiSize, kernels().ycbcrToRgbAC4, packed<4>(pSrc, srcStep), packed<4>(pDst, dstStep));
 }
 
 PxlStatus pxliYCbCrToRGB_8u_P3C3R(const Pxl8u* pSrc[3], int srcStep, Pxl8u* pDst, int dstStep, PxlSize roiSize) {
@@ -82,7 +82,7 @@ PxlStatus pxliYCbCrToRGB_8u_P3C4R(const Pxl8u* pSrc[3], int srcStep, Pxl8u* pDst
 PxlStatus pxliYCbCrToRGB_8u_P3R(const Pxl8u* pSrc[3], int srcStep, Pxl8u* pDst[3], int dstStep, PxlSize roiSize) {
     if (const PxlStatus bad = firstBad(notNull(pSrc, pDst), atLeast(roiSize, 1, 1), noNullIn<3>(pSrc, pDst)))
         return bad;
-    return eachRow(roiSize, kernels().ycbcrToRgbP3, planes<3>(pSrc, srcStep), planes<3>(pDst, dstStep));
+    return eachRunOfGroups<8>(roiSize, kernels().ycbcrToRgbP3, planes<3>(pSrc, srcStep), planes<3>(pDst, dstStep));
 }
 
 PxlStatus pxliYCbCrToBGR_8u_P3C3R(const Pxl8u* pSrc[3], int srcStep, Pxl8u* pDst, int dstStep, PxlSize roiSize) {
