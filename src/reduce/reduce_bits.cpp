@@ -240,7 +240,7 @@ PxlStatus reduceBits(QuantiseRows<Source, Destination> QuantiseKernels::*rows, L
 PxlStatus pxliReduceBitsGetBufferSize(PxlChannels channels, PxlSize roiSize, int noise, PxlDitherType dtype,
                                       int* pSize) {
     const int type = codeOf(dtype), code = codeOf(channels);
-    if (const PxlStatus bad = firstBad(notNull(pSize), atLeast({roiSize.width, 1}, 1, 1), channelsIn(code),
+    if (const PxlStatus bad = firstBad(notNull(pSize), atLeast(PxlSize{roiSize.width, 1}, 1, 1), channelsIn(code),
                                        noiseWithin100(noise), ditherTypeIn(type)))
         return bad;
     *pSize = static_cast<int>(static_cast<Pxl32u>(bufferBytes(type, noise, roiSize.width)));
