@@ -7,6 +7,8 @@
 #include <limits>
 #include <string>
 
+#include "cie.h"
+
 namespace pxl::bench {
 namespace {
 
@@ -134,6 +136,8 @@ Colour twisted(const Colour& c) {
 double gammaForward(double x) { return x < 0.018 ? 4.5 * x : 1.099 * std::pow(x, 0.45) - 0.099; }
 double gammaInverse(double x) { return x < 0.081 ? x / 4.5 : std::pow((x + 0.099) / 1.099, 1 / 0.45); }
 
+bool isFloat(catalog::Element element) { return element == catalog::Element::f32 || element == catalog::Element::f64; }
+
 // ---- the hexagonal colour models; a hue is a circle, of which no plain distance tells anything: NaN
 
 constexpr double kNoDistance = std::numeric_limits<double>::quiet_NaN();
@@ -209,6 +213,18 @@ Equation equationFor(const Export& function) {
         if (to == space) return inUnits(element, [isHls](const Colour& c) { return toHexagonal(c, isHls); });
         if (from == space) return inUnits(element, [isHls](const Colour& c) { return fromHexagonal(c, isHls); });
     }
+    if (catalog::isCie(to) || catalog::isCie(from)) {
+        const auto in = function.source.planes[0].element, out = function.destination.planes[0].element;
+        return [from, to, in, out](const Colour& c) {
+            const catalog::Colour3 value = catalog::valuesOf(from, in, {c[0], c[1], c[2]});
+            catalog::Colour3 r = catalog::isCie(to) ? catalog::cieOfRgb(to, value) : catalog::rgbOfCie(from, value);
+            if (isFloat(out) && (to == "XYZ" || from == "XYZ" || from == "LUV")) {
+                for (double& channel : r) channel = std::clamp(channel, 0.0, 1.0);
+            }
+            const catalog::Colour3 codes = catalog::codesOf(to, out, r);
+            return Colour{codes[0], codes[1], codes[2], 0};
+        };
+    }
     if (has("GammaFwd") || has("GammaInv")) {
         const double scale = fullScale(function.destination.planes[0].element);
         return [scale, forward = has("GammaFwd")](const Colour& c) {
@@ -220,8 +236,6 @@ Equation equationFor(const Export& function) {
     }
     return {};
 }
-
-bool isFloat(catalog::Element element) { return element == catalog::Element::f32 || element == catalog::Element::f64; }
 
 double limited(double value, catalog::Element element) {
     if (isFloat(element)) return value;

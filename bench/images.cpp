@@ -77,15 +77,18 @@ double toRange(double value, catalog::Element element) {
 
 // Ramps with a little noise, as pictures have them, from 1/16 to 15/16. Pure noise would be unfair to whoever works
 // with tables.
-void fill(Plane plane, int channels, int index, std::mt19937& random) {
+void fill(Plane plane, int channels, int index, bool isLightness, std::mt19937& random) {
     std::uniform_real_distribution<double> noise(0, 0.03);
     const auto bytes = static_cast<int>(catalog::bytesOf(plane.element));
+    // L* is 0..100, and the others of its colours are on both sides of 0
+    const double scale = isLightness ? 100 : 1, offset = isLightness ? 50 : 0;
     for (std::int64_t at = 0; at < plane.bytes; at += bytes) {
         const std::int64_t k = at % plane.step / bytes, y = at / plane.step;
         const std::int64_t x = k / channels, channel = k % channels + index;
         const std::int64_t phase = (x / 2 + y + 70 * channel) % 422;
         const double ramp = static_cast<double>(phase < 211 ? phase : 422 - phase) / 250;
-        writeSample(plane.first + at, plane.element, toRange(0.0625 + ramp + noise(random), plane.element));
+        writeSample(plane.first + at, plane.element,
+                    toRange(0.0625 + ramp + noise(random), plane.element) * scale - (channel > 0 ? offset : 0));
     }
 }
 
@@ -136,8 +139,11 @@ Images::Images(const Arena& arena, const catalog::Export& function_, PxlSize siz
     source = layOut(function.source, size, readArea_);
     destination = layOut(function.destination, size, writeArea_);
     std::mt19937 random(1);
-    for (std::size_t i = 0; i < source.size(); ++i)
-        fill(source[i], function.source.planes[i].channels, static_cast<int>(i), random);
+    const std::string& space = function.source.space;
+    for (std::size_t i = 0; i < source.size(); ++i) {
+        const bool isLightness = source[i].element >= catalog::Element::f32 && (space == "LUV" || space == "Lab");
+        fill(source[i], function.source.planes[i].channels, static_cast<int>(i), isLightness, random);
+    }
 }
 
 void Images::copyInLoop() const { copyVectors(writeArea_, readArea_, (bytesRead + bytesWritten) / 2); }

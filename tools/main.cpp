@@ -24,6 +24,7 @@ int main(int count, char** arguments) {
     pxl::tool::addRun(program);
     pxl::tool::addDemo(program);
     pxl::tool::addConvert(program);
+    pxl::tool::addAccuracy(program);
     try {
         program.parse(count, arguments);
         return 0;

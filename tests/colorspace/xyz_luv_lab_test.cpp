@@ -11,6 +11,7 @@
 #include <limits>
 #include <map>
 
+#include "cie.h"
 #include "support/call.h"
 #include "support/targets.h"
 
@@ -254,8 +255,8 @@ public:
         const std::size_t type = name.find('_');
         std::string types(name.substr(type, name.find('_', type + 1) - type));
         if (types == "_16s") types = "_16u", offset = 32768;
-        model = kModels.at(encodes ? "To" + std::string(function.family) + types
-                                   : std::string(function.family) + "To" + types);
+        kind = encodes ? "To" + std::string(function.family) + types : std::string(function.family) + "To" + types;
+        model = kModels.at(kind);
     }
     bool decodes() const { return function.source.space == function.family; }
     std::size_t channels() const { return function.destination.layout == "AC4" ? 4 : 3; }
@@ -272,6 +273,7 @@ public:
     }
 
     const catalog::Export& function;
+    std::string kind;
     Model model;
     double offset = 0;
 };
@@ -354,17 +356,67 @@ protected:
         });
     }
 
-    void compareAny(PxlSize size, const Placement& placement, Random& random) {
+    // Calls work(From{}, To{}) with the types of the samples.
+    template <class Work>
+    void withTypes(const Work& work) {
         using catalog::Element;
         const Element from = member.function.source.planes[0].element,
                       to = member.function.destination.planes[0].element;
-        if (from == Element::u8 && to == Element::u8) return compare<Pxl8u, Pxl8u>(size, placement, random);
-        if (from == Element::u8) return compare<Pxl8u, Pxl16u>(size, placement, random);
-        if (to == Element::u8) return compare<Pxl16u, Pxl8u>(size, placement, random);
-        if (from == Element::u16) return compare<Pxl16u, Pxl16u>(size, placement, random);
-        if (from == Element::s16) return compare<Pxl16s, Pxl16s>(size, placement, random);
-        if (from == Element::f32) return compare<Pxl32f, Pxl32f>(size, placement, random);
-        return compare<Pxl64f, Pxl64f>(size, placement, random);
+        if (from == Element::u8 && to == Element::u8) return work(Pxl8u{}, Pxl8u{});
+        if (from == Element::u8) return work(Pxl8u{}, Pxl16u{});
+        if (to == Element::u8) return work(Pxl16u{}, Pxl8u{});
+        if (from == Element::u16) return work(Pxl16u{}, Pxl16u{});
+        if (from == Element::s16) return work(Pxl16s{}, Pxl16s{});
+        if (from == Element::f32) return work(Pxl32f{}, Pxl32f{});
+        return work(Pxl64f{}, Pxl64f{});
+    }
+
+    // The largest distance from the equations over 17^3 colours of the RGB cube or their codes.
+    template <class From, class To>
+    double largestDistance() {
+        constexpr int kLevels = 17;
+        const catalog::Export& f = member.function;
+        const auto from = f.source.planes[0].element, to = f.destination.planes[0].element;
+        Random random(1);
+        Call call(f, {kLevels * kLevels, kLevels}, {}, {}, random);
+        const auto at = [](Image & image, auto sample, bool isBgr, std::size_t c, int x, int y) -> auto& {
+            return image.at<decltype(sample)>(static_cast<int>(isBgr ? 2 - c : c), x, y);
+        };
+        const bool bgrIn = f.source.space == "BGR", bgrOut = f.destination.space == "BGR";
+        const auto eachPixel = [&](auto work) {
+            for (int n = 0; n < kLevels * kLevels * kLevels; ++n)
+                work(n % (kLevels * kLevels), n / kLevels / kLevels, n);
+        };
+        eachPixel([&](int x, int y, int n) {
+            const auto level = [&](int i) { return i % kLevels / (kLevels - 1.0); };
+            Pixel p = {level(n), level(n / kLevels), level(n / kLevels / kLevels)};
+            if (member.decodes()) p = catalog::cieOfRgb(f.family, p);
+            p = catalog::codesOf(f.source.space, from, p);
+            for (std::size_t c = 0; c < 3; ++c) {
+                if (std::numeric_limits<From>::is_integer)
+                    p[c] = std::min<double>(std::round(p[c]), std::numeric_limits<From>::max());
+                at(call.source, From{}, bgrIn, c, x, y) = static_cast<From>(p[c]);
+            }
+        });
+        EXPECT_EQ(call.run(), pxlStatusOk);
+        double largest = 0;
+        eachPixel([&](int x, int y, int) {
+            Pixel p;
+            for (std::size_t c = 0; c < 3; ++c) p[c] = static_cast<double>(at(call.source, From{}, bgrIn, c, x, y));
+            p = catalog::valuesOf(f.source.space, from, p);
+            p = catalog::codesOf(f.destination.space, to,
+                                 member.decodes() ? catalog::rgbOfCie(f.family, p) : catalog::cieOfRgb(f.family, p));
+            for (std::size_t c = 0; c < 3; ++c) {
+                if (std::numeric_limits<To>::is_integer) {
+                    p[c] = std::clamp<double>(p[c], std::numeric_limits<To>::min(), std::numeric_limits<To>::max());
+                } else if (f.family == "XYZ" || (f.family == "LUV" && member.decodes())) {
+                    p[c] = std::clamp(p[c], 0.0, 1.0);
+                }
+                largest = std::max(largest,
+                                   std::abs(static_cast<double>(at(call.destination, To{}, bgrOut, c, x, y)) - p[c]));
+            }
+        });
+        return largest;
     }
 };
 
@@ -372,8 +424,22 @@ TEST_P(XyzLuvLab, everyPixelOfEveryWidth) {
     Random random(0x1976);
     const Placement apart = {.padding = 3};
     for (int width = 1; width <= 131 && !HasFatalFailure(); ++width) {
-        compareAny({width, 2}, random.oneIn(2) ? apart : Placement{}, random);
+        withTypes([&]<class From, class To>(From, To) {
+            compare<From, To>({width, 2}, random.oneIn(2) ? apart : Placement{}, random);
+        });
     }
+}
+
+// Bounds a little above what is measured, in codes, for floats in the units of the space.
+TEST_P(XyzLuvLab, distanceFromEquations) {
+    const std::map<std::string, double> bounds = {
+        {"ToXYZ_8u", 1.01},    {"ToXYZ_16u", 1.01}, {"ToXYZ_32f", 2e-7},   {"XYZTo_8u", 1.02},    {"XYZTo_16u", 1.02},
+        {"XYZTo_32f", 4e-7},   {"ToLUV_8u", 0.52},  {"ToLUV_16u", 0.7},    {"ToLUV_32f", 1.3e-3}, {"LUVTo_8u", 0.505},
+        {"LUVTo_16u", 1},      {"LUVTo_32f", 1e-5}, {"ToLab_8u", 0.55},    {"ToLab_8u16u", 0.9},  {"ToLab_32f", 1.6e-3},
+        {"ToLab_64f", 1.6e-3}, {"LabTo_8u", 1.05},  {"LabTo_16u8u", 1.05}, {"LabTo_32f", 2.8e-3}, {"LabTo_64f", 2.8e-3},
+    };
+    withTypes(
+        [&]<class From, class To>(From, To) { EXPECT_LE((largestDistance<From, To>()), bounds.at(member.kind)); });
 }
 
 TEST_P(XyzLuvLab, orderOfChecks) { EXPECT_EQ(checkOrderFaults(member.function, "pes"), ""); }
