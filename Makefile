@@ -4,6 +4,7 @@
 #   make test         build and run all tests
 #   make bench        time every function, next to the other libraries of the field
 #   make performance  the same, into docs/performance.md
+#   make accuracy     distances of the colour spaces from their definitions
 #   make install      build the library and the program and install them (PREFIX=/usr/local, DESTDIR=)
 #   make format       format the sources; format-check only tells
 #   make clean        remove what these tasks made
@@ -16,7 +17,7 @@ DEMO ?= out/demo
 TEST_TIMEOUT ?= 600
 BUILD = build/$(PRESET)
 
-.PHONY: help demo test bench performance install format format-check clean
+.PHONY: help demo test bench performance accuracy install format format-check clean
 
 help:
 	@sed -n '3,/^$$/s/^# \{0,1\}//p' Makefile
@@ -47,6 +48,12 @@ performance:
 	@$(MAKE) --no-print-directory bench BENCH_ARGS=--list >/dev/null
 	(cat bench/reading.md && build/bench/bench/pxlcc_bench) >build/performance.md
 	mv build/performance.md docs/performance.md
+
+accuracy:
+	@scripts/install-packages build
+	cmake --preset $(PRESET) >/dev/null
+	cmake --build $(BUILD) --target pxlcc_accuracy
+	$(BUILD)/tests/pxlcc_accuracy
 
 # The program and the library alone, without what only the tests need.
 install: PRESET = install
