@@ -74,7 +74,7 @@ PXL_INLINE U8<N> blend(U8<N> a, More... more) {
 }
 template <class Form, int N, class... More>
 PXL_INLINE Pairs<N> blend(Pairs<N> a, More... more) {
-    return {{Form::of(a.at[0], more.at[0]...), Form::of(a.at[1], more.at[1]...)}};
+    return {Form::of(a.low, more.low...), Form::of(a.high, more.high...)};
 }
 template <class Form, int N, class... More>
 PXL_INLINE Channels2<U8<N>> blend(Channels2<U8<N>> a, More... more) {

@@ -34,14 +34,13 @@ void blendPack(const Pxl8u* luma, Planes near, Planes far, Pxl8u* dst, Index n) 
     packRow<Packing::chromaFirst>(luma, ReadBlend<Form, ReadPlanes, 2>{{{near}, {far}}}, dst, n);
 }
 
-template <class Form>
+template <Packing k, class Form>
 void unpackBlend(const Pxl8u* near, const Pxl8u* far, Pxl8u* lumaNear, Pxl8u* lumaFar, PlanesOut dst, Index n) {
     eachGroupToEnd<16>(n, [&](auto how, Index j) PXL_BODY {
-        const auto a = loadPacked<Packing::chromaFirst>(how, near + 4 * j);
-        const auto b = loadPacked<Packing::chromaFirst>(how, far + 4 * j);
-        storePairs(how, lumaNear + 2 * j, a.luma);
-        storePairs(how, lumaFar + 2 * j, b.luma);
-        WritePlanes{dst}.store(how, j, blend<Form>(a.chroma, b.chroma));
+        const auto a = loadPairs2(how, near + 4 * j), b = loadPairs2(how, far + 4 * j);
+        storePairs(how, lumaNear + 2 * j, lumaOf<k>(a));
+        storePairs(how, lumaFar + 2 * j, lumaOf<k>(b));
+        WritePlanes{dst}.store(how, j, blend<Form>(chromaOf<k>(a), chromaOf<k>(b)));
     });
 }
 
@@ -122,7 +121,7 @@ constexpr RepackFilterKernels kRepackFilterKernels = {
     .threeOne = blendPlanes<ThreeOne>,
     .packFiveThree = blendPack<FiveThree>,
     .packSevenOne = blendPack<SevenOne>,
-    .unpackThreeOne = unpackBlend<ThreeOne>,
+    .unpackThreeOne = unpackBlend<Packing::chromaFirst, ThreeOne>,
     .fourTapPlanes = fourTap<ReadPlanes, Planes>,
     .fourTapPairsToPlanes = fourTap<ReadPairs, const Pxl8u*>,
     .fourTapPack = fourTapPack,

@@ -12,7 +12,7 @@ using PlanesOut = Kernels::PlanesOut;
 template <Packing k>
 void luma(const Pxl8u* src, Pxl8u* dst, Index n) {
     eachGroupToEnd<16>(
-        n, [&](auto how, Index j) PXL_BODY { storePairs(how, dst + 2 * j, loadPacked<k>(how, src + 4 * j).luma); });
+        n, [&](auto how, Index j) PXL_BODY { storePairs(how, dst + 2 * j, lumaOf<k>(loadPairs2(how, src + 4 * j))); });
 }
 
 template <Packing k, class Writer, class Row>

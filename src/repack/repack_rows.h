@@ -150,38 +150,32 @@ struct PairsTwice {
 
 enum class Packing { lumaFirst, chromaFirst };
 
-template <int N>
-struct Packed {
-    Pairs<N> luma, chroma;
-};
-
-template <Packing k, class How>
-PXL_INLINE Packed<How::kN> loadPacked(How how, const Pxl8u* p) {
-    const auto px = loadPairs2(how, p);
-    if constexpr (k == Packing::lumaFirst) return {px.c0, px.c1};
-    if constexpr (k == Packing::chromaFirst) return {px.c1, px.c0};
+// The two sorts of pairs in the order of the packing.
+template <Packing k, class V>
+PXL_INLINE const V& lumaOf(const Channels2<V>& px) {
+    return k == Packing::lumaFirst ? px.c0 : px.c1;
 }
-
-template <Packing k, class How>
-PXL_INLINE void storePacked(How how, Pxl8u* p, Packed<How::kN> px) {
-    if constexpr (k == Packing::lumaFirst) storePairs2(how, p, Channels2{px.luma, px.chroma});
-    if constexpr (k == Packing::chromaFirst) storePairs2(how, p, Channels2{px.chroma, px.luma});
+template <Packing k, class V>
+PXL_INLINE const V& chromaOf(const Channels2<V>& px) {
+    return k == Packing::lumaFirst ? px.c1 : px.c0;
 }
 
 // Chroma to or from the writer, n pixel pairs.
 template <Packing k, class Writer>
 PXL_INLINE void unpackRow(const Pxl8u* src, Pxl8u* luma, Writer chroma, Index n) {
     eachGroupToEnd<16>(n, [&](auto how, Index j) PXL_BODY {
-        const auto px = loadPacked<k>(how, src + 4 * j);
-        storePairs(how, luma + 2 * j, px.luma);
-        chroma.store(how, j, px.chroma);
+        const auto px = loadPairs2(how, src + 4 * j);
+        storePairs(how, luma + 2 * j, lumaOf<k>(px));
+        chroma.store(how, j, chromaOf<k>(px));
     });
 }
 
 template <Packing k, class Reader>
 PXL_INLINE void packRow(const Pxl8u* luma, Reader chroma, Pxl8u* dst, Index n) {
     eachGroupToEnd<16>(n, [&](auto how, Index j) PXL_BODY {
-        storePacked<k>(how, dst + 4 * j, {loadPairs(how, luma + 2 * j), asPairs(chroma.load(how, j))});
+        const auto y = loadPairs(how, luma + 2 * j), c = asPairs(chroma.load(how, j));
+        if constexpr (k == Packing::lumaFirst) storePairs2(how, dst + 4 * j, Channels2{y, c});
+        if constexpr (k == Packing::chromaFirst) storePairs2(how, dst + 4 * j, Channels2{c, y});
     });
 }
 

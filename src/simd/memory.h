@@ -263,11 +263,15 @@ PXL_INLINE void prefetchPageAhead(const E* p, const E* end) {
 
 template <int k>
 PXL_INLINE void loadBlocks(Blocks<1> all, const Pxl8u* p, U8<1> (&a)[k]) {
-    for (int r = 0; r < k; ++r) a[r] = load(all, p + 16 * r);
+    a[0] = load(all, p), a[1] = load(all, p + 16);  // no loop: the compiler would keep the array in memory
+    if constexpr (k > 2) a[2] = load(all, p + 32);
+    if constexpr (k > 3) a[3] = load(all, p + 48);
 }
 template <int k>
 PXL_INLINE void storeBlocks(Blocks<1> all, Pxl8u* p, const U8<1> (&a)[k]) {
-    for (int r = 0; r < k; ++r) store(all, p + 16 * r, a[r]);
+    store(all, p, a[0]), store(all, p + 16, a[1]);
+    if constexpr (k > 2) store(all, p + 32, a[2]);
+    if constexpr (k > 3) store(all, p + 48, a[3]);
 }
 
 #if PXL_BLOCKS == 2

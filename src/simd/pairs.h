@@ -10,7 +10,7 @@ PXL_BEGIN_TARGET
 template <int N>
 struct Pairs {
     static constexpr int kN = N;
-    U8<N> at[2];
+    U8<N> low, high;
 };
 
 #if PXL_BLOCKS == 4
@@ -21,55 +21,55 @@ constexpr auto kEvenPairs = lanes<2>([](int l) { return 2 * l; });
 template <int kSize, int kFirst>
 constexpr auto kAlternate = lanes<kSize>([](int l) { return l % 2 * Lanes<kSize>::kLanes + l / 2 + kFirst; });
 
-PXL_INLINE Pairs<4> loadPairs(Blocks<4> all, const Pxl8u* p) { return {{load(all, p), load(all, p + 64)}}; }
+PXL_INLINE Pairs<4> loadPairs(Blocks<4> all, const Pxl8u* p) { return {load(all, p), load(all, p + 64)}; }
 PXL_INLINE void storePairs(Blocks<4> all, Pxl8u* p, Pairs<4> a) {
-    store(all, p, a.at[0]);
-    store(all, p + 64, a.at[1]);
+    store(all, p, a.low);
+    store(all, p + 64, a.high);
 }
 
 PXL_INLINE Channels2<U8<4>> separate(Pairs<4> a) {
-    return {permute<1>(a.at[0], kEven, a.at[1]), permute<1>(a.at[0], kOdd, a.at[1])};
+    return {permute<1>(a.low, kEven, a.high), permute<1>(a.low, kOdd, a.high)};
 }
 PXL_INLINE Pairs<4> interleave(Channels2<U8<4>> a) {
-    return {{permute<1>(a.c0, kAlternate<1, 0>, a.c1), permute<1>(a.c0, kAlternate<1, 32>, a.c1)}};
+    return {permute<1>(a.c0, kAlternate<1, 0>, a.c1), permute<1>(a.c0, kAlternate<1, 32>, a.c1)};
 }
 
 PXL_INLINE Channels2<Pairs<4>> loadPairs2(Blocks<4> all, const Pxl8u* p) {
     const auto low = separate(loadPairs(all, p)), high = separate(loadPairs(all, p + 128));
-    return {{{low.c0, high.c0}}, {{low.c1, high.c1}}};
+    return {{low.c0, high.c0}, {low.c1, high.c1}};
 }
 PXL_INLINE void storePairs2(Blocks<4> all, Pxl8u* p, Channels2<Pairs<4>> a) {
-    storePairs(all, p, interleave({a.c0.at[0], a.c1.at[0]}));
-    storePairs(all, p + 128, interleave({a.c0.at[1], a.c1.at[1]}));
+    storePairs(all, p, interleave({a.c0.low, a.c1.low}));
+    storePairs(all, p + 128, interleave({a.c0.high, a.c1.high}));
 }
 
-PXL_INLINE U8<4> evenPairs(Pairs<4> a) { return permute<2>(a.at[0], kEvenPairs, a.at[1]); }
+PXL_INLINE U8<4> evenPairs(Pairs<4> a) { return permute<2>(a.low, kEvenPairs, a.high); }
 PXL_INLINE Pairs<4> pairsTwice(U8<4> a) {
-    return {{permute<2>(a, kAlternate<2, 0>, a), permute<2>(a, kAlternate<2, 16>, a)}};
+    return {permute<2>(a, kAlternate<2, 0>, a), permute<2>(a, kAlternate<2, 16>, a)};
 }
 #endif
 
 // One or two blocks: in the order of loadBlocks.
 template <int N>
 PXL_INLINE Pairs<N> loadPairs(Blocks<N> all, const Pxl8u* p) {
-    Pairs<N> a;
-    loadBlocks(all, p, a.at);
-    return a;
+    U8<N> a[2];
+    loadBlocks(all, p, a);
+    return {a[0], a[1]};
 }
 template <int N>
 PXL_INLINE void storePairs(Blocks<N> all, Pxl8u* p, Pairs<N> a) {
-    storeBlocks(all, p, a.at);
+    storeBlocks(all, p, {a.low, a.high});
 }
 
 // The first and the second byte of each pair, and back.
 template <int N>
 PXL_INLINE Channels2<U8<N>> separate(Pairs<N> a) {
-    const auto low = evenOdd(a.at[0]), high = evenOdd(a.at[1]);
+    const auto low = evenOdd(a.low), high = evenOdd(a.high);
     return {packSatU8(low.even, high.even), packSatU8(low.odd, high.odd)};
 }
 template <int N>
 PXL_INLINE Pairs<N> interleave(Channels2<U8<N>> a) {
-    return {{interleaveLow(a.c0, a.c1), interleaveHigh(a.c0, a.c1)}};
+    return {interleaveLow(a.c0, a.c1), interleaveHigh(a.c0, a.c1)};
 }
 
 // 64 * N bytes of packed 4:2:2 or of two pairs side by side: the even bytes as pairs, and the odd ones.
@@ -77,25 +77,25 @@ template <int N>
 PXL_INLINE Channels2<Pairs<N>> loadPairs2(Blocks<N> all, const Pxl8u* p) {
     U8<N> a[4];
     loadBlocks(all, p, a);
-    const auto low = separate(Pairs<N>{{a[0], a[1]}}), high = separate(Pairs<N>{{a[2], a[3]}});
-    return {{{low.c0, high.c0}}, {{low.c1, high.c1}}};
+    const auto low = separate(Pairs<N>{a[0], a[1]}), high = separate(Pairs<N>{a[2], a[3]});
+    return {{low.c0, high.c0}, {low.c1, high.c1}};
 }
 template <int N>
 PXL_INLINE void storePairs2(Blocks<N> all, Pxl8u* p, Channels2<Pairs<N>> a) {
-    const auto low = interleave(Channels2{a.c0.at[0], a.c1.at[0]}),
-               high = interleave(Channels2{a.c0.at[1], a.c1.at[1]});
-    storeBlocks(all, p, {low.at[0], low.at[1], high.at[0], high.at[1]});
+    const auto low = interleave(Channels2{a.c0.low, a.c1.low}),
+               high = interleave(Channels2{a.c0.high, a.c1.high});
+    storeBlocks(all, p, {low.low, low.high, high.low, high.high});
 }
 
 // Every second pair, beginning with the first: 8 * N of them, in memory order.
 template <int N>
 PXL_INLINE U8<N> evenPairs(Pairs<N> a) {
-    return as<U8<N>>(packWrapU16(as<I32<N>>(a.at[0]), as<I32<N>>(a.at[1])));
+    return as<U8<N>>(packWrapU16(as<I32<N>>(a.low), as<I32<N>>(a.high)));
 }
 // Each of 8 * N pairs two times.
 template <int N>
 PXL_INLINE Pairs<N> pairsTwice(U8<N> a) {
-    return {{interleaveLowOf<2>(a, a), interleaveHighOf<2>(a, a)}};
+    return {interleaveLowOf<2>(a, a), interleaveHighOf<2>(a, a)};
 }
 
 // Of 8 * N pairs the first bytes at p and the second at q.
