@@ -68,6 +68,16 @@ bool call(const Images& images) {
     return std::apply(function, argumentsFor(function, Arguments(images, matrix))) == 0;
 }
 
+// Four bytes of two pixels of packed 4:2:2 in another order.
+template <std::uint8_t a, std::uint8_t b, std::uint8_t c, std::uint8_t d>
+bool shuffle(const Images& images) {
+    static constexpr std::uint8_t kOrder[16] = {a,     b,     c,     d,     a + 4,  b + 4,  c + 4,  d + 4,
+                                                a + 8, b + 8, c + 8, d + 8, a + 12, b + 12, c + 12, d + 12};
+    const Plane &src = images.source[0], &dst = images.destination[0];
+    return libyuv::ARGBShuffle(src.first, src.step, dst.first, dst.step, kOrder, images.width() / 2, images.height()) ==
+           0;
+}
+
 // For 24-bit sources that libyuv takes by way of 32 bits only: two calls on strips of rows that stay in the nearest
 // caches.
 template <auto toArgb, auto fromArgb>
@@ -165,6 +175,32 @@ constexpr Entry kEntries[] = {
     {"pxliRGBToYUV420_8u_C3P3R", "RAWToJ420", call<RAWToJ420>},
     {"pxliRGBToYUV420_8u_C3P3", "RAWToJ420", call<RAWToJ420>},
     {"pxliBGRToYUV420_8u_AC4P3R", "ARGBToJ420", call<ARGBToJ420>},
+    // between samplings and layouts of YCbCr; libyuv averages chroma rows where we take the first of two
+    {"pxliYCbCr422ToYCrCb422_8u_C2R", "ARGBShuffle", shuffle<0, 3, 2, 1>},
+    {"pxliYCbCr422ToCbYCr422_8u_C2R", "ARGBShuffle", shuffle<1, 0, 3, 2>},
+    {"pxliCbYCr422ToYCbCr422_8u_C2R", "ARGBShuffle", shuffle<1, 0, 3, 2>},
+    {"pxliYCbCr422_8u_C2P3R", "YUY2ToI422", call<YUY2ToI422>},
+    {"pxliYCrCb422ToYCbCr422_8u_C2P3R", "YUY2ToI422 (Cb and Cr exchanged)", call<YUY2ToI422>},
+    {"pxliCbYCr422ToYCbCr422_8u_C2P3R", "UYVYToI422", call<UYVYToI422>},
+    {"pxliYCbCr422_8u_P3C2R", "I422ToYUY2", call<I422ToYUY2>},
+    {"pxliYCbCr422ToCbYCr422_8u_P3C2R", "I422ToUYVY", call<I422ToUYVY>},
+    {"pxliYCbCr422ToYCrCb422_8u_P3C2R", "I422ToYUY2 (Cb and Cr exchanged)", call<I422ToYUY2>},
+    {"pxliYCbCr422ToYCbCr420_8u_C2P3R", "YUY2ToI420", call<YUY2ToI420>},
+    {"pxliYCbCr422ToYCbCr420_8u_C2P2R", "YUY2ToNV12", call<YUY2ToNV12>},
+    {"pxliYCbCr422ToYCbCr420_8u_P3R", "I422ToI420", call<I422ToI420>},
+    {"pxliYCbCr422ToYCrCb420_8u_C2P3R", "YUY2ToI420", call<YUY2ToI420>},
+    {"pxliYCbCr422ToYCrCb420_8u_C2P2R", "YUY2ToNV12", call<YUY2ToNV12>},
+    {"pxliCbYCr422ToYCbCr420_8u_C2P3R", "UYVYToI420", call<UYVYToI420>},
+    {"pxliCbYCr422ToYCbCr420_8u_C2P2R", "UYVYToNV12", call<UYVYToNV12>},
+    {"pxliCbYCr422ToYCrCb420_8u_C2P3R", "UYVYToI420", call<UYVYToI420>},
+    {"pxliYCbCr420_8u_P2P3R", "NV12ToI420", call<NV12ToI420>},
+    {"pxliYCbCr420_8u_P3P2R", "I420ToNV12", call<I420ToNV12>},
+    {"pxliYCbCr420ToYCrCb420_8u_P2P3R", "NV12ToI420", call<NV12ToI420>},
+    {"pxliYCrCb420ToYCbCr420_8u_P3P2R", "I420ToNV12", call<I420ToNV12>},
+    {"pxliYCbCr420ToYCbCr422_8u_P3R", "I420ToI422", call<I420ToI422>},
+    {"pxliYCrCb420ToYCbCr422_8u_P3R", "I420ToI422", call<I420ToI422>},
+    {"pxliYCrCb420ToYCbCr422_8u_P3C2R", "I420ToYUY2", call<I420ToYUY2>},
+    {"pxliYCrCb420ToCbYCr422_8u_P3C2R", "I420ToUYVY", call<I420ToUYVY>},
     // gray
     {"pxliRGBToGray_8u_C3C1R", "RAWToJ400", call<RAWToJ400>},
     {"pxliRGBToGray_8u_AC4C1R", "ABGRToJ400", call<ABGRToJ400>},

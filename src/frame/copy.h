@@ -11,7 +11,7 @@ namespace pxl {
 // Rows that follow each other without a gap in both planes are copied as one run.
 inline void copyRows(View<const Pxl8u> src, View<Pxl8u> dst, Index rowBytes, Index rows) {
     if (rows <= 0) return;
-    if (src.step == rowBytes && dst.step == rowBytes) rowBytes *= std::exchange(rows, 1);
+    if (isDense(src, rowBytes) && isDense(dst, rowBytes)) rowBytes *= std::exchange(rows, 1);
     for (Index y = 0; y < rows; ++y) std::memcpy(dst.row(y), src.row(y), static_cast<std::size_t>(rowBytes));
 }
 

@@ -56,6 +56,19 @@ constexpr Index wholeSamples(int step) {
     return Index{step} & -static_cast<Index>(sizeof(T));
 }
 
+// Whether rows of so many bytes follow each other without a gap.
+template <class T>
+bool isDense(const View<T>& view, Index rowBytes) {
+    return view.step == rowBytes;
+}
+template <class T, int kPlanes>
+bool isDense(const PlanarView<T, kPlanes>& view, Index rowBytes) {
+    for (const View<T>& plane : view.plane) {
+        if (!isDense(plane, rowBytes)) return false;
+    }
+    return true;
+}
+
 // An argument that is the same for every row.
 template <class V>
 struct Same {

@@ -24,7 +24,7 @@ PxlStatus eachRowPair(PxlSize size, Kernel kernel, Views... views) {
 // all images (`dense`) make one long row.
 template <class Size = PxlSize, class Kernel, class... Views>
 PxlStatus eachRun(bool dense, Size size, Kernel kernel, Views... views) {
-    if (!dense) return eachRow(size, kernel, views...);
+    if (!dense || size.height < 1) return eachRow(size, kernel, views...);
     kernel(views.row(0)..., Index{size.width} * size.height);
     return pxlStatusOk;
 }

@@ -110,6 +110,11 @@ auto unpackTo(const Kernels::Packed& packed, const PairsOut&) { return packed.to
 auto packFrom(const Kernels::Packed& packed, const Planes&) { return packed.fromPlanes; }
 auto packFrom(const Kernels::Packed& packed, const Pairs&) { return packed.fromPairs; }
 
+bool chromaIsDense(const Planes& chroma, Index samples) { return isDense(chroma, samples); }
+bool chromaIsDense(const PlanesOut& chroma, Index samples) { return isDense(chroma, samples); }
+bool chromaIsDense(const Pairs& chroma, Index samples) { return isDense(chroma, 2 * samples); }
+bool chromaIsDense(const PairsOut& chroma, Index samples) { return isDense(chroma, 2 * samples); }
+
 void copyPlanes(Kernels::Planes src, Kernels::PlanesOut dst, Index samples) {
     for (int i = 0; i < 2; ++i) std::memcpy(dst.plane[i], src.plane[i], static_cast<std::size_t>(samples));
 }
@@ -132,8 +137,7 @@ auto joinKernel(const Pairs&, const PlanesOut&) { return kernels().joinPairsToPl
 PxlStatus repack(const PackedImage<const Pxl8u>& from, const Rule& rule, const PackedImage<Pxl8u>& to, PxlSize size) {
     const bool exchangesBytes = from.chromaFirst != to.chromaFirst;
     const int bytes = 2 * wholeBlocks(size, rule).width;
-    const bool dense = from.image.step == bytes && to.image.step == bytes && size.height > 0;
-    return eachRun(dense, {bytes, size.height}, exchangesBytes ? kernels().exchangeBytes : kernels().exchangeChroma,
+    return eachRun(isDense(from.image, bytes) && isDense(to.image, bytes), {bytes, size.height}, exchangesBytes ? kernels().exchangeBytes : kernels().exchangeChroma,
                    from.image, to.image);
 }
 
@@ -146,7 +150,9 @@ PxlStatus repack(const PackedImage<const Pxl8u>& from, const Rule& rule, const T
     }
     const int pixelPairs = wholeBlocks(size, rule).width / 2;
     if (rule.down == Resampling::copy) {
-        return eachRow({pixelPairs, size.height}, unpack, from.image, to.luma, chroma);
+        const bool dense = isDense(from.image, 4 * pixelPairs) && isDense(to.luma, 2 * pixelPairs) &&
+                           chromaIsDense(chroma, pixelPairs * 2 / rule.columns);
+        return eachRun(dense, {pixelPairs, size.height}, unpack, from.image, to.luma, chroma);
     }
     const auto unpackPair = [unpack, lumaOf = packed(from).luma](RowPair<const Pxl8u> src, RowPair<Pxl8u> luma,
                                                                  auto chromaRow, Index count) {
@@ -164,7 +170,9 @@ PxlStatus repack(const From& from, const Rule& rule, const PackedImage<Pxl8u>& t
         if (to.crFirst) chroma = exchanged(chroma);
     }
     const PxlSize whole = wholeBlocks(size, rule);
-    return eachRow({whole.width / 2, whole.height}, packFrom(packed(to), chroma)[rule.across], from.luma,
+    const bool dense = rule.down == Resampling::copy && isDense(from.luma, whole.width) &&
+                       isDense(to.image, 2 * whole.width) && chromaIsDense(chroma, whole.width / rule.columns);
+    return eachRun(dense, {whole.width / 2, whole.height}, packFrom(packed(to), chroma)[rule.across], from.luma,
                    ResampledRows{chroma, rule.down}, to.image);
 }
 
@@ -173,8 +181,10 @@ PxlStatus repack(const From& from, const Rule& rule, const To& to, PxlSize size)
     copyLuma(from, to, size, rule);
     const int rows = size.height / rule.rows;
     const PxlSize chroma = {size.width / rule.columns, rule.down == Resampling::twice ? 2 * rows : rows};
-    return eachRow(chroma, chromaKernels(from.chroma, to.chroma)[rule.across], ResampledRows{from.chroma, rule.down},
-                   to.chroma);
+    const bool dense = rule.across == Resampling::copy && rule.down == Resampling::copy &&
+                       chromaIsDense(from.chroma, chroma.width) && chromaIsDense(to.chroma, chroma.width);
+    return eachRun(dense, chroma, chromaKernels(from.chroma, to.chroma)[rule.across],
+                   ResampledRows{from.chroma, rule.down}, to.chroma);
 }
 
 template <class From, class To>

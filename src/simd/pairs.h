@@ -82,8 +82,7 @@ PXL_INLINE Channels2<Pairs<N>> loadPairs2(Blocks<N> all, const Pxl8u* p) {
 }
 template <int N>
 PXL_INLINE void storePairs2(Blocks<N> all, Pxl8u* p, Channels2<Pairs<N>> a) {
-    const auto low = interleave(Channels2{a.c0.low, a.c1.low}),
-               high = interleave(Channels2{a.c0.high, a.c1.high});
+    const auto low = interleave(Channels2{a.c0.low, a.c1.low}), high = interleave(Channels2{a.c0.high, a.c1.high});
     storeBlocks(all, p, {low.low, low.high, high.low, high.high});
 }
 
