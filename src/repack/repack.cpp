@@ -137,8 +137,8 @@ auto joinKernel(const Pairs&, const PlanesOut&) { return kernels().joinPairsToPl
 PxlStatus repack(const PackedImage<const Pxl8u>& from, const Rule& rule, const PackedImage<Pxl8u>& to, PxlSize size) {
     const bool exchangesBytes = from.chromaFirst != to.chromaFirst;
     const int bytes = 2 * wholeBlocks(size, rule).width;
-    return eachRun(isDense(from.image, bytes) && isDense(to.image, bytes), {bytes, size.height}, exchangesBytes ? kernels().exchangeBytes : kernels().exchangeChroma,
-                   from.image, to.image);
+    return eachRun(isDense(from.image, bytes) && isDense(to.image, bytes), {bytes, size.height},
+                   exchangesBytes ? kernels().exchangeBytes : kernels().exchangeChroma, from.image, to.image);
 }
 
 template <class To>

@@ -150,14 +150,17 @@ struct PairsTwice {
 
 enum class Packing { lumaFirst, chromaFirst };
 
-// The two sorts of pairs in the order of the packing.
-template <Packing k, class V>
-PXL_INLINE const V& lumaOf(const Channels2<V>& px) {
-    return k == Packing::lumaFirst ? px.c0 : px.c1;
+// The two sorts of pairs in the order of the packing. Vector by vector: structures copied out of structures make the
+// compiler keep them all in memory.
+template <Packing k, int N>
+PXL_INLINE Pairs<N> lumaOf(Channels2<Pairs<N>> px) {
+    if constexpr (k == Packing::lumaFirst) return {px.c0.low, px.c0.high};
+    if constexpr (k == Packing::chromaFirst) return {px.c1.low, px.c1.high};
 }
-template <Packing k, class V>
-PXL_INLINE const V& chromaOf(const Channels2<V>& px) {
-    return k == Packing::lumaFirst ? px.c1 : px.c0;
+template <Packing k, int N>
+PXL_INLINE Pairs<N> chromaOf(Channels2<Pairs<N>> px) {
+    if constexpr (k == Packing::lumaFirst) return {px.c1.low, px.c1.high};
+    if constexpr (k == Packing::chromaFirst) return {px.c0.low, px.c0.high};
 }
 
 // Chroma to or from the writer, n pixel pairs.

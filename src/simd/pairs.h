@@ -31,7 +31,9 @@ PXL_INLINE Channels2<U8<4>> separate(Pairs<4> a) {
     return {permute<1>(a.low, kEven, a.high), permute<1>(a.low, kOdd, a.high)};
 }
 PXL_INLINE Pairs<4> interleave(Channels2<U8<4>> a) {
-    return {permute<1>(a.c0, kAlternate<1, 0>, a.c1), permute<1>(a.c0, kAlternate<1, 32>, a.c1)};
+    const __m512i order = _mm512_setr_epi64(0, 4, 1, 5, 2, 6, 3, 7);
+    const U8<4> c0 = {_mm512_permutexvar_epi64(order, a.c0.v)}, c1 = {_mm512_permutexvar_epi64(order, a.c1.v)};
+    return {interleaveLow(c0, c1), interleaveHigh(c0, c1)};
 }
 
 PXL_INLINE Channels2<Pairs<4>> loadPairs2(Blocks<4> all, const Pxl8u* p) {

@@ -182,24 +182,25 @@ PXL_INLINE void groupsAndTail(Index width, const Group& group, const Tail& tail)
     if (x < width) tail(Part{static_cast<int>(width - x)}, x);
 }
 
-// For bodies that may convert a pixel twice with the same result: the pixels left over are covered by a group
-// that ends with them. Only a row of less than kPixels pixels is a Part.
+// body(how, x) over the pixels from `first` to `end`, at least one group; the last group ends with them.
 template <int kPixels, int N, class Body>
-PXL_INLINE void eachGroupUpTo(Blocks<N> how, Index width, const Body& body) {
+PXL_INLINE void eachGroupUpTo(Blocks<N> how, Index first, Index end, const Body& body) {
     constexpr Index kStep = kPixels * N;
-    for (Index x = 0;; x = x + 2 * kStep <= width ? x + kStep : width - kStep) {
+    for (Index x = first;; x = x + 2 * kStep <= end ? x + kStep : end - kStep) {
         body(how, x);
-        if (x + kStep >= width) return;
+        if (x + kStep >= end) return;
     }
 }
 
+// For bodies that may convert a pixel twice with the same result: the pixels behind the last whole group are covered by
+// a group that ends with them. Only a row of less than kPixels pixels is a Part.
 template <int kPixels, class Body>
 PXL_INLINE void eachGroupToEnd(Index width, const Body& body) {
-    if (width >= kPixels * kBlocks) return eachGroupUpTo<kPixels>(Blocks<kBlocks>{}, width, body);
-    if constexpr (kBlocks > 1) {
-        if (width >= kPixels) return eachGroupUpTo<kPixels>(Blocks<1>{}, width, body);
-    }
-    if (width > 0) body(Part{static_cast<int>(width)}, 0);
+    const Index whole = width / (kPixels * kBlocks) * (kPixels * kBlocks);
+    if (whole > 0) eachGroupUpTo<kPixels>(Blocks<kBlocks>{}, 0, whole, body);
+    if (whole == width) return;
+    if (width < kPixels) return body(Part{static_cast<int>(width)}, 0);
+    eachGroupUpTo<kPixels>(Blocks<1>{}, whole + kPixels <= width ? whole : width - kPixels, width, body);
 }
 
 PXL_END_TARGET
