@@ -11,11 +11,15 @@ template <class V>
 struct Rgb {
     V r, g, b;
 };
+template <class V>
+Rgb(V, V, V) -> Rgb<V>;
 
 template <class V>
 struct Ycocg {
     V y, co, cg;
 };
+template <class V>
+Ycocg(V, V, V) -> Ycocg<V>;
 
 // Encoders work on unsigned samples: bytes as they are, signed 16-bit samples offset by 32768.
 template <int N>

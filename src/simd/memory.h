@@ -45,6 +45,8 @@ template <class V>
 struct Consecutive {
     V first, second;
 };
+template <class V>
+Consecutive(V, V) -> Consecutive<V>;
 
 template <class E, int N>
 PXL_INLINE Consecutive<Vector<E, N>> loadConsecutive(Blocks<N> all, const E* p) {
