@@ -71,6 +71,12 @@ const std::vector<Row>& rows() {
         {"gamma 8 bit", "gamma-8", "pxliGammaFwd_8u_C3R", "pxliGammaInv_8u_C3R", {}},
         {"gamma 16 bit", "gamma-16", "pxliGammaFwd_16u_C3R", "pxliGammaInv_16u_C3R", {}},
         {"gamma float", "gamma-float", "pxliGammaFwd_32f_C3R", "pxliGammaInv_32f_C3R", {}},
+        {"HLS 8 bit", "hls-8", "pxliRGBToHLS_8u_C3R", "pxliHLSToRGB_8u_C3R", {}},
+        {"HLS 8 bit BGR planes", "hls-8-bgr", "pxliBGRToHLS_8u_C3P3R", "pxliHLSToBGR_8u_P3C3R", {}},
+        {"HLS 16 bit", "hls-16", "pxliRGBToHLS_16u_C3R", "pxliHLSToRGB_16u_C3R", {}},
+        {"HLS float", "hls-float", "pxliRGBToHLS_32f_C3R", "pxliHLSToRGB_32f_C3R", {}},
+        {"HSV 8 bit", "hsv-8", "pxliRGBToHSV_8u_C3R", "pxliHSVToRGB_8u_C3R", {}},
+        {"HSV 16 bit", "hsv-16", "pxliRGBToHSV_16u_C3R", "pxliHSVToRGB_16u_C3R", {}},
     };
     return list;
 }
@@ -120,6 +126,42 @@ Image evaluate(const Matrix& matrix, const Image& rgb) {
     return result;
 }
 
+// Spaces whose channels tell more side by side than as a picture in false colours.
+bool isOfComponents(const std::string& space) { return space.rfind("YC", 0) == 0 || space == "HLS" || space == "HSV"; }
+
+// The hues around two circles, out of the conversions themselves: HSV with the saturation growing outwards, and HLS
+// with the lightness falling outwards from white over the pure hues to black.
+Image drawHueWheels() {
+    constexpr int kSide = 480;
+    const std::pair<const char*, bool> wheels[] = {{"pxliHSVToRGB_8u_C3R", true}, {"pxliHLSToRGB_8u_C3R", false}};
+    Image both = newPicture({2 * kSide, kSide}, {40, 40, 40});
+    int left = 0;
+    for (const auto& [name, saturationGrows] : wheels) {
+        const catalog::Export& function = exportNamed(name);
+        Image polar(function.source, {kSide, kSide}), colours(function.destination, {kSide, kSide});
+        const auto samples = polar.plane(0);
+        constexpr double kCentre = (kSide - 1) / 2.0, kRadius = kSide * 0.48;
+        const auto inside = [](int x, int y) { return std::hypot(x - kCentre, y - kCentre) <= kRadius; };
+        for (int y = 0; y < kSide; ++y)
+            for (int x = 0; x < kSide; ++x) {
+                const double turn = std::atan2(kCentre - y, x - kCentre) / (2 * std::acos(-1.0));
+                const double part = std::min(1.0, std::hypot(x - kCentre, y - kCentre) / kRadius);
+                std::uint8_t* pixel = samples.row(y) + 3 * x;
+                pixel[0] = static_cast<std::uint8_t>(std::lrint(255 * (turn < 0 ? turn + 1 : turn)));
+                pixel[1] = static_cast<std::uint8_t>(std::lrint(255 * (saturationGrows ? part : 1 - part)));
+                pixel[2] = 255;
+            }
+        applyOrFail(function, polar, colours);
+        for (int y = 0; y < kSide; ++y)
+            for (int x = 0; x < kSide; ++x) {
+                const std::uint8_t* pixel = colours.plane(0).row(y) + 3 * x;
+                if (inside(x, y)) setPixel(both, left + x, y, {pixel[0], pixel[1], pixel[2]});
+            }
+        left += kSide;
+    }
+    return both;
+}
+
 // One conversion in the contact sheet.
 struct Entry {
     std::string title;
@@ -161,11 +203,12 @@ public:
         Entry entry;
         entry.title = row.title;
         entry.result = withElement(result, Element::u8);
-        const bool readable = isPicture(there.image.shape()) || there.image.shape().planes[0].element == Element::f32;
-        const bool colours = readable && there.image.shape().space.rfind("YC", 0) != 0;
-        entry.between = oneWay    ? source_
-                        : colours ? withElement(inRgb(there.image), Element::u8)
-                                  : showComponents(there.image);
+        const bool readable = isPicture(there.image.shape()) || isFloatPicture(there.image.shape());
+        const bool colours = readable && !isOfComponents(there.image.shape().space);
+        entry.between = oneWay     ? source_
+                        : colours  ? withElement(inRgb(there.image), Element::u8)
+                        : readable ? showComponents(withElement(inRgb(there.image), Element::u8))
+                                   : showComponents(there.image);
         const Image expected =
             oneWay ? withElement(evaluate(row.expected, source_), Element::u8) : withElement(source_, Element::u8);
         const int factor = std::clamp(static_cast<int>(128 / std::max(error.largest, 1.0)), 2, 32);
@@ -240,6 +283,7 @@ void demo(const std::string& folder, const std::string& image) {
     Demo demo(source, folder);
     for (const Row& row : rows()) demo.add(row);
     demo.writeContactSheet();
+    writePicture((std::filesystem::path(folder) / "hue-wheels.png").string(), drawHueWheels());
     if (image.empty())
         std::cout << "The drawn scene is hard on shared chroma: it has stripes one pixel wide in opposite colours.\n"
                      "Photographs (--image) lose far less in 4:2:0 and 4:1:1.\n";

@@ -84,6 +84,10 @@ bool isPicture(const ImageShape& shape) {
            plane.heightShift == 0 && (plane.channels == 1 || plane.channels == 3 || plane.channels == 4);
 }
 
+bool isFloatPicture(const ImageShape& shape) {
+    return shape.planes.size() == 1 && shape.planes[0].element == Element::f32;
+}
+
 ImageShape pictureShape(Element element, int channels) {
     ImageShape shape;
     shape.space = channels == 1 ? "Gray" : "RGB";

@@ -48,6 +48,8 @@ private:
 // Pictures: one plane of 8- or 16-bit samples with 1 (gray), 3 or 4 (the fourth is alpha) channels, what PNG and PNM
 // files can hold.
 bool isPicture(const ImageShape& shape);
+// The same of floats.
+bool isFloatPicture(const ImageShape& shape);
 ImageShape pictureShape(Element element, int channels);
 
 // The largest value of an integer type, 1 of a float: white, and an opaque alpha.

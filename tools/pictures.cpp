@@ -11,6 +11,8 @@ PictureFile pictureFile(const std::string& path) {
     return letters == "ppm" || letters == "pgm" || letters == "pnm" ? PictureFile::pnm : PictureFile::none;
 }
 
+bool isPfmName(const std::string& path) { return ending(path) == "pfm"; }
+
 Image readPicture(Input& input) {
     switch (input.peek()) {
         case 0x89:

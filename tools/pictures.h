@@ -1,4 +1,4 @@
-// PNG, PPM and PGM files.
+// PNG, PPM, PGM and PFM files.
 #pragma once
 
 #include <string>
@@ -21,6 +21,11 @@ Image readPicture(const std::string& path);
 // Samples in RGB order. PNM holds no alpha: a fourth channel is an error there.
 void writePicture(Output& output, PictureFile kind, const Image& picture);
 void writePicture(const std::string& path, const Image& picture);
+
+// Files of floats (.pfm): gray or RGB. Samples pass as they are.
+bool isPfmName(const std::string& path);
+Image readPfm(Input& input);
+void writePfm(Output& output, const Image& picture);
 
 // The codecs behind these.
 Image readPng(Input& input);

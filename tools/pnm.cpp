@@ -1,5 +1,7 @@
-// Binary PGM (P5) and PPM (P6) with 8- or 16-bit samples.
+// Binary PGM (P5) and PPM (P6) with 8- or 16-bit samples, PFM (Pf, PF) with floats.
 #include <cctype>
+#include <cmath>
+#include <cstdlib>
 
 #include "error.h"
 #include "pictures.h"
@@ -67,6 +69,48 @@ void writePnm(Output& output, const Image& picture) {
         swapBytes(row.data(), plane.rowBytes);
         output.write(row.data(), row.size());
     }
+}
+
+// The rows of a PFM file stand from bottom to top. Its last header number is the unit, here left alone; below 0 it says
+// that low bytes come first.
+Image readPfm(Input& input) {
+    char magic[2] = {};
+    if (input.read(magic, 2) != 2 || magic[0] != 'P' || (magic[1] != 'f' && magic[1] != 'F'))
+        fail(input.name(), ": only PFM (Pf, PF) holds floats");
+    const int width = number(input);
+    const int height = number(input);
+    std::string unit;
+    for (char c = 0; input.read(&c, 1) == 1 && !std::isspace(static_cast<unsigned char>(c)) && unit.size() < 40;)
+        unit += c;
+    char* end = nullptr;
+    const float factor = std::strtof(unit.c_str(), &end);
+    if (unit.empty() || *end != 0 || !std::isfinite(factor) || factor == 0)
+        fail(input.name(), ": not a valid PFM header");
+    Image picture(pictureShape(Element::f32, magic[1] == 'f' ? 1 : 3), {width, height});
+    const auto plane = picture.plane(0);
+    std::int64_t got = 0;
+    for (std::int64_t y = plane.rows - 1; y >= 0; --y)
+        got += static_cast<std::int64_t>(input.read(plane.row(y), static_cast<std::size_t>(plane.rowBytes)));
+    if (got != plane.bytes())
+        fail(input.name(), ": truncated, ", got, " of ", plane.bytes(), " bytes of samples are there");
+    if (factor > 0) {
+        for (std::int64_t i = 0; i < plane.bytes(); i += 4) {
+            std::swap(plane.first[i], plane.first[i + 3]);
+            std::swap(plane.first[i + 1], plane.first[i + 2]);
+        }
+    }
+    return picture;
+}
+
+void writePfm(Output& output, const Image& picture) {
+    const int channels = picture.shape().planes[0].channels;
+    if (channels == 4) fail("PFM has no fourth channel: write raw samples");
+    const std::string header = std::string(channels == 1 ? "Pf\n" : "PF\n") + std::to_string(picture.size().width) +
+                               " " + std::to_string(picture.size().height) + "\n-1.0\n";
+    output.write(header.data(), header.size());
+    const auto plane = picture.plane(0);
+    for (std::int64_t y = plane.rows - 1; y >= 0; --y)
+        output.write(plane.row(y), static_cast<std::size_t>(plane.rowBytes));
 }
 
 }  // namespace pxl::tool

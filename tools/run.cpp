@@ -20,12 +20,23 @@ struct RunOptions {
     int repeat = 0;
 };
 
-bool isRawName(const std::string& path) { return pictureFile(path) == PictureFile::none; }
+bool isRawName(const std::string& path) { return pictureFile(path) == PictureFile::none && !isPfmName(path); }
+
+// Whether a file of that name, not a raw one, can hold such an image.
+bool holds(const std::string& path, const ImageShape& shape) {
+    return isPfmName(path) ? isFloatPicture(shape) : isPicture(shape);
+}
+
+std::string files(const ImageShape& shape) {
+    return isFloatPicture(shape) ? "only a raw file or a PFM" : isPicture(shape) ? "no PFM" : "only a raw file";
+}
 
 std::string letters(const ImageShape& shape) {
     static constexpr const char* kNames[] = {"", "gray", "", "RGB", "RGBA"};
-    return std::string(kNames[shape.planes[0].channels]) +
-           (shape.planes[0].element == Element::u8 ? " 8-bit" : " 16-bit");
+    const Element element = shape.planes[0].element;
+    return std::string(kNames[shape.planes[0].channels]) + (element == Element::u8    ? " 8-bit"
+                                                            : element == Element::f32 ? " float"
+                                                                                      : " 16-bit");
 }
 
 Image readSource(const catalog::Export& function, const RunOptions& options) {
@@ -47,9 +58,9 @@ Image readSource(const catalog::Export& function, const RunOptions& options) {
         return image;
     }
     if (!options.size.empty()) fail("--size is for raw files; ", options.in, " says its own size");
-    if (!isPicture(shape))
-        fail(function.name, " reads ", describe(shape), ", which only a raw file holds (--size WxH)");
-    const Image picture = readPicture(input);
+    if (!holds(options.in, shape))
+        fail(function.name, " reads ", describe(shape), ", which ", files(shape), " holds (raw: --size WxH)");
+    const Image picture = isPfmName(options.in) ? readPfm(input) : readPicture(input);
     if (!canCopyPicture(picture.shape(), shape))
         fail(options.in, " is a ", letters(picture.shape()), " picture; ", function.name, " reads ", letters(shape));
     Image image(shape, picture.size());
@@ -131,16 +142,19 @@ void writeDestination(const Image& image, const std::string& path) {
     } else {
         Image picture(pictureShape(image.shape().planes[0].element, image.shape().planes[0].channels), image.size());
         copyPicture(image, picture);
-        writePicture(output, pictureFile(path), picture);
+        if (isPfmName(path))
+            writePfm(output, picture);
+        else
+            writePicture(output, pictureFile(path), picture);
     }
     output.commit();
 }
 
 void run(const RunOptions& options) {
     const catalog::Export& function = exportNamed(options.function);
-    if (!isRawName(options.out) && !isPicture(function.destination))
-        fail(function.name, " writes ", describe(function.destination), ", which only a raw file holds, not ",
-             options.out);
+    if (!isRawName(options.out) && !holds(options.out, function.destination))
+        fail(function.name, " writes ", describe(function.destination), ", which ", files(function.destination),
+             " holds, not ", options.out);
     const Extras extras = readExtras(function, options);
     const Image source = readSource(function, options);
     Image destination = function.inPlace ? source : Image(function.destination, source.size());
@@ -177,7 +191,9 @@ void addRun(CLI::App& program) {
     command->footer(
         "Interleaved 8-bit and 16-bit images with 1, 3 or 4 channels are PNG (.png), PPM or PGM (.ppm .pgm .pnm) "
         "files,\n"
-        "always in RGB order: BGR exports are swapped on the way. Every other name means raw samples: the planes one\n"
+        "always in RGB order: BGR exports are swapped on the way. Interleaved floats with 1 or 3 channels are PFM "
+        "files\n"
+        "(.pfm), written with low bytes first. Every other name means raw samples: the planes one\n"
         "after the other in the order of the export's name, rows without gaps, samples in the processor's byte order.\n"
         "Gray pictures become R = G = B, a missing alpha is opaque, a surplus one is dropped. A destination's fourth\n"
         "channel that the export does not write holds the source's, or is opaque.");

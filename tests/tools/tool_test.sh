@@ -71,6 +71,25 @@ works run pxliColorTwist32f_8u_C3IR in.ppm -o twisted_in_place.ppm --matrix-file
 same twisted.ppm twisted_in_place.ppm
 works run pxliColorToGray_8u_C3C1R in.ppm -o first.pgm --weights 1,0,0
 [ "$(tail -c 190 first.pgm | od -An -tu1 -w1 -v)" = "$(od -An -tu1 -w1 -v in.rgb | sed -n '1~3p')" ] || wrong "run --weights"
+# floats, red and below in the file a gray, in both byte orders; the first row of a file is the lowest one
+{ printf 'PF\n1 2\n-1.0\n'; bytes 0 0 128 63 0 0 0 0 0 0 0 0 0 0 0 63 0 0 0 63 0 0 0 63; } >floats.pfm
+{ printf 'PF\n1 2\n1\n'; bytes 63 128 0 0 0 0 0 0 0 0 0 0 63 0 0 0 63 0 0 0 63 0 0 0; } >floats_high.pfm
+works run pxliRGBToHLS_32f_C3R floats.pfm -o hls.pfm
+works run pxliRGBToHLS_32f_C3R floats_high.pfm -o hls_high.pfm
+same hls.pfm hls_high.pfm
+works run pxliRGBToHLS_32f_C3R floats.pfm -o hls.f32
+[ "$(od -An -tf4 -w24 hls.f32 | xargs)" = "0 0.5 0 0 0.5 1" ] || wrong "run of a PFM: rows or samples"
+works run pxliHLSToRGB_32f_C3R hls.pfm -o rgb.pfm
+same floats.pfm rgb.pfm
+works run pxliRGBToGray_32f_C3C1R floats.pfm -o gray.pfm
+[ "$(head -c 2 gray.pfm)" = Pf ] || wrong "run to a gray PFM"
+fails 'only a raw file or a PFM' run pxliRGBToHLS_32f_C3R in.ppm -o hls.pfm
+fails 'no PFM' run pxliRGBToHLS_8u_C3R floats.pfm -o hls.png
+fails 'no fourth channel' run pxliRGBToHLS_32f_AC4R floats.pfm -o hls4.pfm
+head -c 20 floats.pfm >short.pfm
+fails 'truncated' run pxliRGBToHLS_32f_C3R short.pfm -o out.pfm
+printf 'PF\n1 2\nx\n' >bad.pfm
+fails 'not a valid PFM header' run pxliRGBToHLS_32f_C3R bad.pfm -o out.pfm
 printf 'P6\n19 10\n65535\n' | cat - in.rgb in.rgb >deep.ppm
 works run pxliRGBToGray_16u_C3C1R deep.ppm -o deep_gray.png
 works run pxliGrayToRGB_16u_C1C4R deep_gray.png -o deep_gray_rgba.png --alpha 1000
