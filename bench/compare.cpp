@@ -24,6 +24,8 @@ catalog::Arguments argumentsFor(const Images& images) {
     arguments.destination = refs(images.destination);
     arguments.alpha = fullScale(images.function.destination.planes[0].element);
     arguments.matrix = &kTwist[0][0];
+    arguments.ditherType = images.function.has(catalog::Role::levels) ? images.dithering.type : pxlDitherNone;
+    arguments.noise = images.dithering.noise;
     return arguments;
 }
 
@@ -80,8 +82,9 @@ bool isAsAccurate(const PeerResult& peer, const Result& result) {
     return !peer.distance || !result.distance || peer.distance->mean <= 1.02 * result.distance->mean;
 }
 
-Result compare(const Arena& arena, const catalog::Export& function, PxlSize size, double seconds) {
-    const Images images(arena, function, size);
+Result compare(const Arena& arena, const catalog::Export& function, PxlSize size, const Dithering& dithering,
+               double seconds) {
+    const Images images(arena, function, size, dithering);
     catalog::Values values(function, argumentsFor(images));
 
     std::vector<Contender> contenders;
@@ -120,8 +123,9 @@ Result compare(const Arena& arena, const catalog::Export& function, PxlSize size
     return result;
 }
 
-std::vector<double> callTimes(const Arena& arena, const catalog::Export& function, PxlSize size, double seconds) {
-    const Images images(arena, function, size);
+std::vector<double> callTimes(const Arena& arena, const catalog::Export& function, PxlSize size,
+                              const Dithering& dithering, double seconds) {
+    const Images images(arena, function, size, dithering);
     catalog::Values values(function, argumentsFor(images));
     std::vector<Contender> contenders;
     for (const auto& [target, name] : kTargets) {

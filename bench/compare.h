@@ -41,9 +41,11 @@ struct Result {
 bool isAsAccurate(const PeerResult& peer, const Result& result);
 
 // Takes about `seconds`. Throws if ours or another library refuses the images.
-Result compare(const Arena& arena, const catalog::Export& function, PxlSize size, double seconds);
+Result compare(const Arena& arena, const catalog::Export& function, PxlSize size, const Dithering& dithering,
+               double seconds);
 
 // Nanoseconds of a call on each target.
-std::vector<double> callTimes(const Arena& arena, const catalog::Export& function, PxlSize size, double seconds);
+std::vector<double> callTimes(const Arena& arena, const catalog::Export& function, PxlSize size,
+                              const Dithering& dithering, double seconds);
 
 }  // namespace pxl::bench

@@ -129,9 +129,10 @@ Arena::Arena(std::int64_t bytesPerImage)
 // The odd bytes keep a row and its result from sharing their place within a page, which slows whoever meets it.
 std::uint8_t* Arena::second() const { return memory_.get() + half_ + 1088; }
 
-Images::Images(const Arena& arena, const catalog::Export& function_, PxlSize size_)
+Images::Images(const Arena& arena, const catalog::Export& function_, PxlSize size_, const Dithering& dithering_)
     : function(function_),
       size(size_),
+      dithering(dithering_),
       bytesRead(bench::bytesRead(function, size)),
       bytesWritten(bench::bytesWritten(function, size)),
       readArea_(arena.first()),

@@ -45,13 +45,20 @@ private:
     std::unique_ptr<std::uint8_t, Free> memory_;
 };
 
+// How functions that can dither do it.
+struct Dithering {
+    int type = pxlDitherNone;
+    int noise = 0;
+};
+
 class Images {
 public:
     // Source and destination of `function` at this size, rows and planes without gaps, each image at a multiple of 64.
-    Images(const Arena& arena, const catalog::Export& function, PxlSize size);
+    Images(const Arena& arena, const catalog::Export& function, PxlSize size, const Dithering& dithering);
 
     const catalog::Export& function;
     PxlSize size;
+    Dithering dithering;
     std::vector<Plane> source, destination;
     std::int64_t bytesRead, bytesWritten;
 

@@ -8,6 +8,7 @@
 #include <cmath>
 #include <cstdio>
 #include <iostream>
+#include <map>
 #include <stdexcept>
 
 #include "measure.h"
@@ -20,6 +21,7 @@ struct Options {
     std::vector<std::string> filters;
     double seconds = 100;
     std::string size = "all";
+    Dithering dithering;
     bool listOnly = false;
 };
 
@@ -131,7 +133,7 @@ void compareAll(const std::vector<const catalog::Export*>& functions, const Opti
     for (std::size_t i = 0; i < comparisons.size(); ++i) {
         progress(i, comparisons.size());
         const auto [size, function] = comparisons[i];
-        results.push_back(compare(arena, *function, size->size(*function), seconds));
+        results.push_back(compare(arena, *function, size->size(*function), options.dithering, seconds));
         const Result& result = results.back();
         spreads.insert(spreads.end(), result.spreads.begin(), result.spreads.end());
         places[static_cast<std::size_t>(size - kSizes)].results.push_back(result);
@@ -150,14 +152,14 @@ void compareAll(const std::vector<const catalog::Export*>& functions, const Opti
               << " % longer (median of all measurements): the less, the quieter was the machine.\n\n";
 }
 
-void timeTiles(const std::vector<const catalog::Export*>& functions) {
+void timeTiles(const std::vector<const catalog::Export*>& functions, const Dithering& dithering) {
     constexpr PxlSize kTile = {16, 16};
     constexpr double kSeconds = 0.02;
     const Arena arena(1 << 20);
     std::vector<TileTime> times;
     for (const catalog::Export* function : functions) {
         TileTime time = {function, {}};
-        std::ranges::copy(callTimes(arena, *function, kTile, kSeconds), time.nanoseconds);
+        std::ranges::copy(callTimes(arena, *function, kTile, dithering, kSeconds), time.nanoseconds);
         times.push_back(time);
     }
     printTiles(times);
@@ -172,7 +174,7 @@ void run(const Options& options) {
     }
     printSetting();
     if (options.size != "tile") compareAll(functions, options);
-    if (options.size == "all" || options.size == "tile") timeTiles(functions);
+    if (options.size == "all" || options.size == "tile") timeTiles(functions, options.dithering);
 }
 
 }  // namespace
@@ -188,6 +190,14 @@ int main(int argc, char** argv) {
     app.add_option("--size", options.size, "huge, large, small, tile or all: huge for a choice of functions")
         ->capture_default_str()
         ->check(CLI::IsMember({"huge", "large", "small", "tile", "all"}));
+    const std::map<std::string, int> dithers = {{"none", pxlDitherNone},
+                                                {"fs", pxlDitherFS},
+                                                {"jjn", pxlDitherJJN},
+                                                {"stucki", pxlDitherStucki},
+                                                {"bayer", pxlDitherBayer}};
+    app.add_option("--dither", options.dithering.type, "how ReduceBits dithers: none, fs, jjn, stucki or bayer")
+        ->transform(CLI::CheckedTransformer(dithers));
+    app.add_option("--noise", options.dithering.noise, "percent of noise in that")->check(CLI::Range(0, 100));
     app.add_flag("--list", options.listOnly, "only the names");
     CLI11_PARSE(app, argc, argv);
     try {

@@ -109,10 +109,37 @@ std::optional<Peer> hexagonal(const Images& images) {
     return std::nullopt;
 }
 
+// Error diffusion after Floyd and Steinberg as one writes it down: row after row, pixel after pixel.
+bool diffuse(const Images& images) {
+    const int channels = images.function.source.planes[0].channels, width = images.width(), levels = 16;
+    const float step = 255.0F / (levels - 1), inverse = 1 / step;
+    std::vector<float> errors(static_cast<std::size_t>(2 * (width + 2)));
+    for (int c = 0; c < (images.function.source.layout == "AC4" ? 3 : channels); ++c) {
+        std::ranges::fill(errors, 0.0F);
+        float *above = errors.data() + 1, *own = above + width + 2;
+        for (int y = 0; y < images.height(); ++y) {
+            const std::uint8_t* from = images.source[0].first + std::int64_t{y} * images.source[0].step + c;
+            std::uint8_t* to = images.destination[0].first + std::int64_t{y} * images.destination[0].step + c;
+            for (int x = 0; x < width; ++x, from += channels, to += channels) {
+                const float taken = 7 * own[x - 1] + above[x - 1] + 5 * above[x] + 3 * above[x + 1];
+                const float value = static_cast<float>(*from) + taken * 0.0625F;
+                const float level = static_cast<float>(static_cast<int>(value * inverse + 0.5F)) * step;
+                const float stored = std::min(std::max(level, 0.0F), 255.0F);
+                *to = static_cast<std::uint8_t>(stored);
+                own[x] = value - stored;
+            }
+            std::swap(above, own);
+        }
+    }
+    return true;
+}
+
 std::optional<Peer> find(const Images& images) {
     if (auto peer = hexagonal(images)) return peer;
     const std::string_view name = images.function.name;
     const auto startsWith = [name](std::string_view start) { return name.substr(0, start.size()) == start; };
+    if (startsWith("pxliReduceBits_8u_") && images.dithering.type == pxlDitherFS && images.dithering.noise == 0)
+        return Peer{"row after row", [&images] { return diffuse(images); }};
     const bool isForward = startsWith("pxliGammaFwd");
     if (!isForward && !startsWith("pxliGammaInv")) return std::nullopt;
     if (images.function.source.planes[0].element == catalog::Element::f32) {

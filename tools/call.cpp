@@ -31,6 +31,10 @@ PxlStatus apply(const catalog::Export& function, const Image& source, Image& des
     arguments.alpha = extras.alpha;
     arguments.rangeLow = extras.rangeLow;
     arguments.rangeHigh = extras.rangeHigh;
+    arguments.ditherType = extras.ditherType;
+    arguments.noise = extras.noise;
+    arguments.levels = extras.levels;
+    arguments.threshold = extras.threshold;
     if (!extras.matrix.empty()) arguments.matrix = extras.matrix.data();
     const std::vector<float> narrow(extras.weights.begin(), extras.weights.end());
     if (!extras.weights.empty()) {

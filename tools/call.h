@@ -19,6 +19,7 @@ struct Extras {
     std::vector<float> matrix;
     double rangeLow = 0;
     double rangeHigh = 1;
+    int ditherType = pxlDitherNone, noise = 0, levels = 16, threshold = 127;
 };
 
 // In-place functions read and write `destination` only. The size is that of `destination`.

@@ -11,5 +11,6 @@ void addRun(CLI::App& program);
 void addDemo(CLI::App& program);
 void addAccuracy(CLI::App& program);
 void addConvert(CLI::App& program);
+void addReduce(CLI::App& program);
 
 }  // namespace pxl::tool

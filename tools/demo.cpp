@@ -7,6 +7,7 @@
 
 #include "call.h"
 #include "commands.h"
+#include "dithering.h"
 #include "drawing.h"
 #include "error.h"
 #include "measure.h"
@@ -284,6 +285,7 @@ void demo(const std::string& folder, const std::string& image) {
     for (const Row& row : rows()) demo.add(row);
     demo.writeContactSheet();
     writePicture((std::filesystem::path(folder) / "hue-wheels.png").string(), drawHueWheels());
+    writePicture((std::filesystem::path(folder) / "ditherings.png").string(), drawDitherings(source));
     if (image.empty())
         std::cout << "The drawn scene is hard on shared chroma: it has stripes one pixel wide in opposite colours.\n"
                      "Photographs (--image) lose far less in 4:2:0 and 4:1:1.\n";

@@ -81,7 +81,8 @@ bool isPicture(const ImageShape& shape) {
     if (shape.planes.size() != 1 || shape.sampling != 444 || shape.layout == "565") return false;
     const auto& plane = shape.planes[0];
     return (plane.element == Element::u8 || plane.element == Element::u16) && plane.widthShift == 0 &&
-           plane.heightShift == 0 && (plane.channels == 1 || plane.channels == 3 || plane.channels == 4);
+           plane.heightShift == 0 && plane.packedBits == 0 &&
+           (plane.channels == 1 || plane.channels == 3 || plane.channels == 4);
 }
 
 bool isFloatPicture(const ImageShape& shape) {

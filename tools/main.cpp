@@ -25,6 +25,7 @@ int main(int count, char** arguments) {
     pxl::tool::addDemo(program);
     pxl::tool::addConvert(program);
     pxl::tool::addAccuracy(program);
+    pxl::tool::addReduce(program);
     try {
         program.parse(count, arguments);
         return 0;

@@ -18,7 +18,8 @@ PictureFile pictureFile(const std::string& path);
 Image readPicture(Input& input);
 Image readPicture(const std::string& path);
 
-// Samples in RGB order. PNM holds no alpha: a fourth channel is an error there.
+// Samples in RGB order. Gray of single bits, white is 1, is a PNG of that depth or a PBM. PNM holds no alpha: a fourth
+// channel is an error there.
 void writePicture(Output& output, PictureFile kind, const Image& picture);
 void writePicture(const std::string& path, const Image& picture);
 

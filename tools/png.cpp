@@ -116,14 +116,14 @@ Image readPng(Input& input) {
 void writePng(Output& output, const Image& picture) {
     static constexpr int kColourTypes[] = {0, PNG_COLOR_TYPE_GRAY, 0, PNG_COLOR_TYPE_RGB, PNG_COLOR_TYPE_RGB_ALPHA};
     const auto& shape = picture.shape().planes[0];
+    const int depth = shape.packedBits == 1 ? 1 : shape.element == Element::u8 ? 8 : 16;
     auto rows = rowPointers(picture);
     Stream stream;
     Writer writer(&stream);
     const auto write = [&] {
         png_set_IHDR(writer.png, writer.info, static_cast<png_uint_32>(picture.size().width),
-                     static_cast<png_uint_32>(picture.size().height), shape.element == Element::u8 ? 8 : 16,
-                     kColourTypes[shape.channels], PNG_INTERLACE_NONE, PNG_COMPRESSION_TYPE_DEFAULT,
-                     PNG_FILTER_TYPE_DEFAULT);
+                     static_cast<png_uint_32>(picture.size().height), depth, kColourTypes[shape.channels],
+                     PNG_INTERLACE_NONE, PNG_COMPRESSION_TYPE_DEFAULT, PNG_FILTER_TYPE_DEFAULT);
         png_set_compression_level(writer.png, 4);
         png_write_info(writer.png, writer.info);
         if (shape.element == Element::u16) png_set_swap(writer.png);

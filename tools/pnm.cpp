@@ -1,4 +1,4 @@
-// Binary PGM (P5) and PPM (P6) with 8- or 16-bit samples, PFM (Pf, PF) with floats.
+// Binary PGM (P5) and PPM (P6) with 8- or 16-bit samples, PFM (Pf, PF) with floats; PBM (P4) is written.
 #include <cctype>
 #include <cmath>
 #include <cstdlib>
@@ -33,6 +33,20 @@ void swapBytes(std::uint8_t* bytes, std::int64_t count) {
     for (std::int64_t i = 0; i + 1 < count; i += 2) std::swap(bytes[i], bytes[i + 1]);
 }
 
+// A 1 is black there.
+void writePbm(Output& output, const Image& picture) {
+    const std::string header =
+        "P4\n" + std::to_string(picture.size().width) + " " + std::to_string(picture.size().height) + "\n";
+    output.write(header.data(), header.size());
+    const auto plane = picture.plane(0);
+    std::vector<std::uint8_t> row;
+    for (std::int64_t y = 0; y < plane.rows; ++y) {
+        row.assign(plane.row(y), plane.row(y) + plane.rowBytes);
+        for (std::uint8_t& byte : row) byte = static_cast<std::uint8_t>(~byte);
+        output.write(row.data(), row.size());
+    }
+}
+
 }  // namespace
 
 Image readPnm(Input& input) {
@@ -55,6 +69,7 @@ Image readPnm(Input& input) {
 
 void writePnm(Output& output, const Image& picture) {
     const auto& shape = picture.shape().planes[0];
+    if (shape.packedBits == 1) return writePbm(output, picture);
     if (shape.channels == 4) fail("PPM has no fourth channel: write a PNG");
     const bool wide = shape.element == Element::u16;
     const std::string header = std::string(shape.channels == 1 ? "P5\n" : "P6\n") +

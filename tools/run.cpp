@@ -6,6 +6,7 @@
 
 #include "call.h"
 #include "commands.h"
+#include "dithering.h"
 #include "error.h"
 #include "pictures.h"
 #include "text.h"
@@ -16,7 +17,7 @@ namespace {
 
 struct RunOptions {
     std::string function, in, out;
-    std::string size, alpha, weights, matrixFile, range;
+    std::string size, alpha, weights, matrixFile, range, dither, noise, levels, threshold;
     int repeat = 0;
 };
 
@@ -119,6 +120,14 @@ Extras readExtras(const catalog::Export& function, const RunOptions& options) {
         extras.rangeLow = range[0];
         extras.rangeHigh = range[1];
     }
+    const auto whole = [](const std::string& value, const char* option) {
+        return static_cast<int>(parseNumbers(value, option, 1)[0]);
+    };
+    if (takes(Role::ditherType, options.dither, "--dither")) extras.ditherType = ditherTypes().at(options.dither);
+    if (takes(Role::noise, options.noise, "--noise")) extras.noise = whole(options.noise, "--noise");
+    if (takes(Role::levels, options.levels, "--levels")) extras.levels = whole(options.levels, "--levels");
+    if (takes(Role::threshold, options.threshold, "--threshold"))
+        extras.threshold = whole(options.threshold, "--threshold");
     if (takes(Role::matrix, options.matrixFile, "--matrix-file")) {
         const auto bytes = [&] {
             Input input(options.matrixFile);
@@ -186,6 +195,11 @@ void addRun(CLI::App& program) {
     command->add_option("--matrix-file", options->matrixFile,
                         "Text file with the 12 (or 16) numbers of a matrix by rows");
     command->add_option("--range", options->range, "Smallest and largest value lo,hi of float samples (default: 0,1)");
+    command->add_option("--dither", options->dither, "Kind of dithering: none (default), fs, jjn, stucki or bayer")
+        ->check(CLI::IsMember(ditherTypes()));
+    command->add_option("--noise", options->noise, "Noise of dithering, 0..100 percent (default: 0)");
+    command->add_option("--levels", options->levels, "Levels, 2..256 (default: 16)");
+    command->add_option("--threshold", options->threshold, "Threshold of single bits (default: 127)");
     command->add_option("--repeat", options->repeat, "Run it so many times more and print the time")
         ->check(CLI::Range(1, 1'000'000));
     command->footer(

@@ -3,6 +3,7 @@
 #include "reduce/bits.h"
 #include "reduce/quantise_forms.h"
 #include "simd/bit_rows.h"
+#include "simd/lookup.h"
 #include "simd/sample_runs.h"
 
 PXL_BEGIN_TARGET
@@ -42,6 +43,39 @@ void bayer(const Source* src, Destination* dst, Levels levels, const Pxl32f* thr
     }
 }
 
+template <bool kKeep4th, class Map>
+PXL_INLINE void mapBytes(const Pxl8u* src, Pxl8u* dst, const Pxl8u* offsets, Index samples, const Map& map) {
+    for (Index from = 0; from < samples; from += kBayerPeriod) {
+        const Index count = samples - from < kBayerPeriod ? samples - from : kBayerPeriod;
+        eachGroupAndPart<16>(count, [&](auto how, Index x) PXL_BODY {
+            const auto offset = load(Blocks<how.kN>{}, offsets + x);
+            const auto mapped = map(addSat(load(how, src + from + x), offset));
+            if constexpr (kKeep4th) {
+                storeKeep4th(how, dst + from + x, mapped);
+            } else {
+                store(how, dst + from + x, mapped);
+            }
+        });
+    }
+}
+
+PXL_INLINE Bytes16 bytes16(const Pxl8u* p) {
+    Bytes16 bytes;
+    __builtin_memcpy(bytes.byte, p, 16);
+    return bytes;
+}
+
+template <bool kKeep4th>
+void mapped(const Pxl8u* src, Pxl8u* dst, const ByteMap& map, const Pxl8u* offsets, Index samples) {
+    if (map.inSixteenths) {
+        const SixteenthSteps steps = {bytes16(map.below), bytes16(map.from), bytes16(map.above)};
+        mapBytes<kKeep4th>(src, dst, offsets, samples, [&](auto a) PXL_BODY { return mapInSteps(steps, a); });
+    } else {
+        const ByteTable table(map.table);
+        mapBytes<kKeep4th>(src, dst, offsets, samples, [&](auto a) PXL_BODY { return table[a]; });
+    }
+}
+
 void bilevel(const Pxl8u* src, Pxl8u* dst, int bitOffset, Pxl8u threshold, Index samples) {
     const auto put = [&](int offset, Index count) {
         unsigned bits = 0;
@@ -76,6 +110,8 @@ constexpr QuantiseKernels kQuantiseKernels = {
     .f32u8 = kRows<Pxl32f, Pxl8u>,
     .f32u16 = kRows<Pxl32f, Pxl16u>,
     .f32s16 = kRows<Pxl32f, Pxl16s>,
+    .mapped = mapped<false>,
+    .mappedPixels = mapped<true>,
     .bilevel = bilevel,
 };
 

@@ -18,6 +18,14 @@ struct QuantiseRows {
     Bayer bayer, bayerPixels;  // kBayerPeriod thresholds in the units of the source
 };
 
+// A map of bytes as a table and, where it has one step at most within each sixteenth of their range, as what it is at
+// the start of each, from where on it is what it is at the end, and that.
+struct ByteMap {
+    Pxl8u table[256];
+    bool inSixteenths;
+    Pxl8u below[16], from[16], above[16];
+};
+
 struct QuantiseKernels {
     QuantiseRows<Pxl8u, Pxl8u> u8;
     QuantiseRows<Pxl16u, Pxl16u> u16;
@@ -27,6 +35,9 @@ struct QuantiseKernels {
     QuantiseRows<Pxl32f, Pxl8u> f32u8;
     QuantiseRows<Pxl32f, Pxl16u> f32u16;
     QuantiseRows<Pxl32f, Pxl16s> f32s16;
+    // Bytes by a map, after kBayerPeriod offsets have been added, saturated.
+    using Mapped = void (*)(const Pxl8u* src, Pxl8u* dst, const ByteMap& map, const Pxl8u* offsets, Index samples);
+    Mapped mapped, mappedPixels;
     // Bits of samples above the threshold, most significant first, from bit 7 - bitOffset of the first byte on.
     void (*bilevel)(const Pxl8u* src, Pxl8u* dst, int bitOffset, Pxl8u threshold, Index samples);
 };

@@ -6,6 +6,7 @@
 #include "frame/target.h"
 #include "frame/walk.h"
 #include "pxlcc.h"
+#include "reduce/byte_maps.h"
 #include "reduce/diffusion_kernels.h"
 #include "reduce/quantise_kernels.h"
 #include "reduce/random.h"
@@ -128,22 +129,55 @@ struct Images {
     Index samples() const { return Index{size.width} * layout.channels; }
 };
 
+// The 4 x 4 matrix of Bayer, An optimum method for two-level rendition of continuous-tone pictures (1973), by 15, not
+// 16: deliberately, the last entry never rounds up and the first does always.
+constexpr int kBayer[4][4] = {{0, 8, 2, 10}, {12, 4, 14, 6}, {3, 11, 1, 9}, {15, 7, 13, 5}};
+
 template <class Source, class Destination>
 void reduceWithoutDithering(const Images<Source, Destination>& images, const QuantiseRows<Source, Destination>& rows,
                             Pxl32f intervals) {
     const Levels levels = {1.0f / intervals, intervals};
-    const auto kernel = images.keepsAlpha() ? rows.nonePixels : rows.none;
-    const auto row = [&](const Source* src, Destination* dst, Index width) {
-        kernel(src, dst, levels, width * images.layout.channels);
-    };
     const bool dense = images.src.step == images.samples() * Index{sizeof(Source)} &&
                        images.dst.step == images.samples() * Index{sizeof(Destination)};
+    const int channels = images.layout.channels;
+    if constexpr (kTypeOf<Source> == SampleType::u8) {
+        if (images.samples() * images.size.height >= kWorthAMap) {
+            const ByteMap map = mapWithoutDithering(rows, levels);
+            const Pxl8u offsets[kBayerPeriod] = {};
+            const auto kernel = images.keepsAlpha() ? quantiseKernels().mappedPixels : quantiseKernels().mapped;
+            const auto row = [&](const Source* src, Destination* dst, Index width) {
+                kernel(src, dst, map, offsets, width * channels);
+            };
+            eachRun(dense, images.size, row, images.src, images.dst);
+            return;
+        }
+    }
+    const auto kernel = images.keepsAlpha() ? rows.nonePixels : rows.none;
+    const auto row = [&](const Source* src, Destination* dst, Index width) {
+        kernel(src, dst, levels, width * channels);
+    };
     eachRun(dense, images.size, row, images.src, images.dst);
 }
 
-// The 4 x 4 matrix of Bayer, An optimum method for two-level rendition of continuous-tone pictures (1973), by 15, not
-// 16: deliberately, the last entry never rounds up and the first does always.
-constexpr int kBayer[4][4] = {{0, 8, 2, 10}, {12, 4, 14, 6}, {3, 11, 1, 9}, {15, 7, 13, 5}};
+Pxl32f matrixAt(Index x, Index y) { return static_cast<Pxl32f>(kBayer[y & 3][x & 3]) / 15.0f; }
+
+// Whether this could be done.
+bool reduceByOffsets(const Images<Pxl8u, Pxl8u>& images, const QuantiseRows<Pxl8u, Pxl8u>& rows, const Levels& levels) {
+    Pxl32f thresholds[4][4];
+    for (int y = 0; y < 4; ++y) {
+        for (int x = 0; x < 4; ++x) thresholds[y][x] = matrixAt(x, y) * levels.step;
+    }
+    OffsetMap found;
+    if (!findOffsets(rows, levels, thresholds, found)) return false;
+    Pxl8u offsets[4][kBayerPeriod];
+    for (int y = 0; y < 4; ++y) {
+        for (int i = 0; i < kBayerPeriod; ++i) offsets[y][i] = found.offset[y][i / images.layout.channels & 3];
+    }
+    const auto kernel = images.keepsAlpha() ? quantiseKernels().mappedPixels : quantiseKernels().mapped;
+    for (Index y = 0; y < images.size.height; ++y)
+        kernel(images.src.row(y), images.dst.row(y), found.map, offsets[y & 3], images.samples());
+    return true;
+}
 
 template <class Source, class Destination>
 void reduceOrdered(const Images<Source, Destination>& images, const QuantiseRows<Source, Destination>& rows,
@@ -151,9 +185,11 @@ void reduceOrdered(const Images<Source, Destination>& images, const QuantiseRows
     const Levels levels = levelsOf<Source>(intervals);
     const auto kernel = images.keepsAlpha() ? rows.bayerPixels : rows.bayer;
     const int channels = images.layout.channels;
-    const auto matrixAt = [](Index x, Index y) { return static_cast<Pxl32f>(kBayer[y & 3][x & 3]) / 15.0f; };
     alignas(64) Pxl32f thresholds[4][kBayerPeriod];
     if (noise == 0) {
+        if constexpr (kTypeOf<Source> == SampleType::u8) {
+            if (images.samples() * images.size.height >= kWorthOffsets && reduceByOffsets(images, rows, levels)) return;
+        }
         for (int y = 0; y < 4; ++y) {
             for (int i = 0; i < kBayerPeriod; ++i) thresholds[y][i] = matrixAt(i / channels, y) * levels.step;
         }

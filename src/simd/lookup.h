@@ -60,6 +60,20 @@ private:
 };
 #endif
 
+// ---- any byte through a map that has one step at most within each sixteenth of the range
+
+// In sixteenth h the map is below[h] up to from[h] and above[h] from there on.
+struct SixteenthSteps {
+    Bytes16 below, from, above;
+};
+
+template <int N>
+PXL_INLINE U8<N> mapInSteps(const SixteenthSteps& steps, U8<N> a) {
+    const auto sixteenth = bitAnd(as<U8<N>>(shiftRight<4>(as<U16<N>>(a))), fill<U8<N>>(15));
+    const auto stepped = equal(maximum(a, pick(pattern<N>(steps.from), sixteenth)), a);
+    return choose(stepped, pick(pattern<N>(steps.below), sixteenth), pick(pattern<N>(steps.above), sixteenth));
+}
+
 // ---- floats by 32-bit indices
 
 // Any number of entries, each loaded on its own.

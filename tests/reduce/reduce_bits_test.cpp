@@ -272,6 +272,7 @@ std::vector<S> picture(std::size_t samples, Random& random) {
 
 template <class S, class D>
 void expectModel(const Member<S, D>& member, PxlSize size, Mode mode, const std::vector<S>& src) {
+    ASSERT_GE(src.size(), static_cast<std::size_t>(size.width * size.height * member.channels));
     std::vector<D> expected(src.size());
     for (std::size_t i = 0; i < expected.size(); ++i) expected[i] = static_cast<D>(i * 7);
     const std::vector<D> before = expected;
@@ -308,18 +309,52 @@ TEST(ReduceBits, everyMemberAndMode) {
     });
 }
 
-// Every byte at every number of levels, and a longer image than noise repeats in.
+// Every byte at every number of levels, in images small and large, at every place of the matrix; and a longer image
+// than noise repeats in.
 TEST(ReduceBits, everyByteAndLevel) {
-    std::vector<Pxl8u> all(256 * 4);
-    for (std::size_t i = 0; i < all.size(); ++i) all[i] = static_cast<Pxl8u>(i / 4);
+    std::vector<Pxl8u> all(4 * 1028 + 12);
+    for (std::size_t i = 0; i < all.size(); ++i) all[i] = static_cast<Pxl8u>(i % 1028 / 4);
     const Member<Pxl8u, Pxl8u> member = {pxliReduceBits_8u_C1R, 1, 1, pxlC1};
+    const Member<Pxl8u, Pxl8u> three = {pxliReduceBits_8u_C3R, 3, 3, pxlC3};
+    const Member<Pxl8u, Pxl8u> alpha = {pxliReduceBits_8u_AC4R, 4, 3, pxlAC4};
     for (int levels = 2; levels <= 256; ++levels) {
-        expectModel(member, {1024, 1}, {pxlDitherNone, 0, levels}, all);
-        expectModel(member, {4, 256}, {pxlDitherBayer, 0, levels}, all);
+        expectModel(member, {1024, 1}, {pxlDitherNone, 0, levels}, {all.begin(), all.begin() + 1024});
+        expectModel(member, {1028, 4}, {pxlDitherNone, 0, levels}, {all.begin(), all.end() - 12});
+        expectModel(alpha, {1031, 1}, {pxlDitherNone, 0, levels}, all);
+        expectModel(member, {1028, 4}, {pxlDitherBayer, 0, levels}, {all.begin(), all.end() - 12});
+    }
+    // large enough for maps, if there are
+    std::vector<Pxl8u> large(70000);
+    for (std::size_t i = 0; i < large.size(); ++i) large[i] = static_cast<Pxl8u>(i % 1028 / 4);
+    for (const int levels : {2, 3, 4, 6, 7, 16, 18, 52, 86, 256}) {
+        expectModel(member, {1028, 66}, {pxlDitherBayer, 0, levels}, large);
+        expectModel(alpha, {257 * 8, 8}, {pxlDitherBayer, 0, levels}, large);
+        expectModel(three, {500, 45}, {pxlDitherBayer, 0, levels}, large);
     }
     Random random(35);
     for (const int type : {pxlDitherFS, pxlDitherBayer})
         expectModel(member, {1100, 35}, {type, 30, 5}, picture<Pxl8u>(1100 * 35, random));
+}
+
+// Where a pixel tips from one level to the next shows the last bit of its sum, and so the order of the terms.
+TEST(ReduceBits, termsInOrder) {
+    Random random(37);
+    const Member<float, Pxl8u> member = {pxliReduceBits_32f8u_C1R, 1, 1, pxlC1};
+    for (int i = 0; i < 180; ++i) {
+        const Mode mode = {kDithers[1 + i % 3], 0, 2};
+        std::vector<float> src(15);
+        for (float& s : src) s = static_cast<float>(random.between(0.1, 0.9));
+        float low = 0, high = 1;  // for the pixel in the middle below, whose neighbours are all there
+        for (src[12] = 0.5f; src[12] != low && src[12] != high; src[12] = (low + high) / 2) {
+            std::vector<Pxl8u> out(15);
+            Model<float, Pxl8u>(mode, 1).run(src, out, 5, 3, 1);
+            (out[12] > 0 ? high : low) = src[12];
+        }
+        for (const float s : {low, high}) {
+            src[12] = s;
+            expectModel(member, {5, 3}, mode, src);
+        }
+    }
 }
 
 TEST(ReduceBits, pinnedValues) {

@@ -193,12 +193,40 @@ fails 'kind C420p10' convert - out.png <<<'YUV4MPEG2 W4 H4 C420p10'
 fails 'W0 is no width' convert - out.png <<<'YUV4MPEG2 W0 H4'
 fails 'holds no frame' convert - out.png <<<'YUV4MPEG2 W4 H4'
 
+# reduce: fewer levels, single bits, floats. The picture is a ramp of 16 gray values.
+{ printf 'P5\n16 2\n255\n'; for i in $(seq 0 31); do bytes $((i % 16 * 17)); done; } >ramp.pgm
+works reduce ramp.pgm two.pgm --levels 2
+[ "$(tail -c 32 two.pgm | od -An -tu1 -v | tr -s ' \n' '\n' | sort -u | tr -d '\n')" = 0255 ] || wrong "reduce --levels 2"
+works reduce ramp.pgm all.pgm --levels 16 --dither bayer
+same ramp.pgm all.pgm
+works reduce in.ppm colours.png --levels 4 --dither fs --noise 20
+works run pxliReduceBits_8u_C3R in.ppm -o run.png --levels 4 --dither fs --noise 20
+same colours.png run.png
+works reduce ramp.pgm bits.pbm --threshold 119
+[ "$(tail -c 4 bits.pbm | od -An -tx1)" = " ff 00 ff 00" ] || wrong "bits of reduce: $(od -An -tx1 bits.pbm)"
+works reduce in.ppm bits.png --bilevel --dither stucki
+[ "$(od -An -tu1 -j24 -N2 bits.png)" = "   1   0" ] || wrong "reduce --bilevel makes no PNG of one bit"
+works reduce deep.ppm shallow.png --levels 256 --depth 8
+# rows from the lowest on, low byte first: 0 and 1 above, 0.5 and -1 below
+{ printf 'Pf\n2 2\n-1.0\n'; bytes 0 0 0 63 0 0 128 191 0 0 0 0 0 0 128 63; } >floats.pfm
+works reduce floats.pfm floats.pgm --levels 256
+[ "$(tail -c 4 floats.pgm | od -An -tu1)" = "   0 255 127   0" ] || wrong "floats of reduce: $(tail -c 4 floats.pgm | od -An -tu1)"
+works reduce floats.pfm tone.pgm --levels 256 --tone mean
+[ "$(tail -c 4 tone.pgm | od -An -tu1)" = "   0 255 255   0" ] || wrong "tone mapping: $(tail -c 4 tone.pgm | od -An -tu1)"
+fails 'gray PFM' reduce in.ppm out.png --levels 4 --tone linear
+printf 'PF\n9 9\n1\n' >short.pfm
+fails 'truncated' reduce short.pfm out.png --levels 4
+fails 'say how many' reduce in.ppm out.png
+fails 'none or stucki' reduce in.ppm out.pbm --dither fs
+fails '--levels' reduce in.ppm out.png --levels 1
+fails 'only binary PGM' convert floats.pfm out.png
+
 # demo: a row and three pictures for each conversion.
 works demo pictures
 rows=$(grep -cE '[0-9]\.[0-9]+ ' stdout)
 [ "$rows" -gt 3 ] && [ "$(ls pictures/*-difference-*.png | wc -l)" = "$rows" ] || wrong "demo: $rows rows, $(ls pictures)"
 [ "$(grep -c -E '^(gray|sepia).* 0\.[0-9]+ ' stdout)" = 2 ] || wrong "demo: gray and sepia are off: $(cat stdout)"
-for picture in pictures/source.png pictures/contact-sheet.png; do [ -s $picture ] || wrong "demo makes no $picture"; done
+for picture in pictures/source.png pictures/contact-sheet.png pictures/ditherings.png; do [ -s $picture ] || wrong "demo makes no $picture"; done
 fails '16-bit' demo out --image deep.ppm
 
 [ $failures = 0 ] && echo "all as expected"
