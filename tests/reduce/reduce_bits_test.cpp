@@ -493,8 +493,8 @@ const Wrong kNoType = {pxlStatusBadDitherType, {[](Given& g) { g.type = 5; }, []
 
 TEST(ReduceBitsStatuses, ofEveryMember) {
     forEachMember([]<class S, class D>(const Member<S, D>& member) {
-        std::vector<S> src(100);
-        std::vector<D> dst(100, D{9});
+        std::vector<S> src(1000);
+        std::vector<D> dst(1000, D{9});
         std::vector<Pxl8u> buffer(9000);
         const auto run = [&](const Given& g) {
             return member.function(g.src ? src.data() : nullptr, 80, g.dst ? dst.data() : nullptr, 60, g.size, g.noise,
@@ -509,7 +509,7 @@ TEST(ReduceBitsStatuses, ofEveryMember) {
                       {[](Given& g) { g.buffer = false; },
                        [](Given& g) { g = {.buffer = false, .noise = 1, .type = pxlDitherBayer}; }}}},
                     run);
-        EXPECT_EQ(std::count(dst.begin(), dst.end(), D{9}), 100) << "something was written";
+        EXPECT_EQ(std::count(dst.begin(), dst.end(), D{9}), 1000) << "something was written";
         EXPECT_EQ(run({.buffer = false, .noise = 100, .type = pxlDitherNone}), pxlStatusOk);
         EXPECT_EQ(run({.buffer = false, .type = pxlDitherBayer}), pxlStatusOk);
     });
