@@ -179,7 +179,7 @@ Equation equationFor(const Export& function) {
     const std::string_view name = function.name;
     const auto has = [name](const char* part) { return name.find(part) != name.npos; };
     const Matrix matrix = matrixOf(name);
-    if (has("Gamma_") || has("_Filter") || has("_Interlace")) return {};
+    if (has("Gamma_") || has("RGBToCbYCr422_") || has("_Filter") || has("_Interlace")) return {};
     if (isRgb(from) && isVideo(to)) {
         return [matrix](const Colour& c) {
             Colour out = encoded(matrix, c);

@@ -78,7 +78,7 @@ bool shuffle(const Images& images) {
            0;
 }
 
-// For 24-bit sources that libyuv takes by way of 32 bits only: two calls on strips of rows that stay in the nearest
+// For 24 bits that libyuv takes or gives by way of 32 bits only: two calls on strips of rows that stay in the nearest
 // caches.
 template <auto toArgb, auto fromArgb>
 bool callInTwo(const Images& images) {
@@ -99,6 +99,8 @@ bool callInTwo(const Images& images) {
         if constexpr (requires { fromArgb(nullptr, 0, nullptr, 0, nullptr, 0, nullptr, 0, 0, 0); }) {
             failed =
                 fromArgb(strip.data(), width * 4, at(0, y), step(0), at(1, y), step(1), at(2, y), step(2), width, rows);
+        } else if constexpr (requires { fromArgb(nullptr, 0, nullptr, 0, 0, 0); }) {
+            failed = fromArgb(strip.data(), width * 4, at(0, y), step(0), width, rows);
         } else {
             failed = fromArgb(strip.data(), width * 4, at(0, y), step(0), at(1, y / 2), step(1), width, rows);
         }
@@ -143,6 +145,32 @@ constexpr Entry kEntries[] = {
     {"pxliYCrCb420ToBGR_8u_P2C4R", "NV21ToARGB", call<NV21ToARGB>},
     {"pxliYCrCb420ToBGR_Filter_8u_P3C4R", "I420ToARGBMatrixFilter (bilinear: down as well)",
      call<I420ToARGBMatrixFilter, &kYuvI601Constants>},
+    // 4:2:2 to RGB
+    {"pxliYCbCr422ToRGB_8u_C2C3R", "YUY2ToARGB + ARGBToRAW", callInTwo<YUY2ToARGB, ARGBToRAW>},
+    {"pxliYCbCr422ToRGB_8u_C2C4R", "YUY2ToARGB (writes B,G,R,A)", call<YUY2ToARGB>},
+    {"pxliYCbCr422ToRGB_8u_P3C3R", "I422ToRAW", call<I422ToRAW>},
+    {"pxliYCbCr422ToBGR_8u_C2C3R", "YUY2ToARGB + ARGBToRGB24", callInTwo<YUY2ToARGB, ARGBToRGB24>},
+    {"pxliYCbCr422ToBGR_8u_C2C4R", "YUY2ToARGB", call<YUY2ToARGB>},
+    {"pxliYCbCr422ToBGR_8u_P3C3R", "I422ToRGB24", call<I422ToRGB24>},
+    {"pxliYCrCb422ToRGB_8u_C2C3R", "YUY2ToARGB + ARGBToRGB24 (swaps B and R)", callInTwo<YUY2ToARGB, ARGBToRGB24>},
+    {"pxliYCrCb422ToRGB_8u_C2C4R", "YUY2ToARGB (swaps B and R)", call<YUY2ToARGB>},
+    {"pxliYCrCb422ToBGR_8u_C2C3R", "YUY2ToARGB + ARGBToRGB24 (reads Y,Cb,Y,Cr)", callInTwo<YUY2ToARGB, ARGBToRGB24>},
+    {"pxliYCrCb422ToBGR_8u_C2C4R", "YUY2ToARGB (reads Y,Cb,Y,Cr)", call<YUY2ToARGB>},
+    {"pxliCbYCr422ToRGB_8u_C2C3R", "UYVYToARGB + ARGBToRAW", callInTwo<UYVYToARGB, ARGBToRAW>},
+    {"pxliCbYCr422ToBGR_8u_C2C4R", "UYVYToARGB", call<UYVYToARGB>},
+    {"pxliCbYCr422ToBGR_709HDTV_8u_C2C3R", "UYVYToARGB + ARGBToRGB24 (BT.601)", callInTwo<UYVYToARGB, ARGBToRGB24>},
+    {"pxliCbYCr422ToBGR_709HDTV_8u_C2C4R", "UYVYToARGB (BT.601)", call<UYVYToARGB>},
+    // RGB to 4:2:2
+    {"pxliRGBToYCbCr422_8u_C3C2R", "RAWToARGB + ARGBToYUY2", callInTwo<RAWToARGB, ARGBToYUY2>},
+    {"pxliRGBToYCbCr422_8u_C3P3R", "RAWToARGB + ARGBToI422", callInTwo<RAWToARGB, ARGBToI422>},
+    {"pxliBGRToYCbCr422_8u_C3C2R", "RGB24ToARGB + ARGBToYUY2", callInTwo<RGB24ToARGB, ARGBToYUY2>},
+    {"pxliBGRToYCbCr422_8u_AC4C2R", "ARGBToYUY2", call<ARGBToYUY2>},
+    {"pxliBGRToYCbCr422_8u_C3P3R", "RGB24ToARGB + ARGBToI422", callInTwo<RGB24ToARGB, ARGBToI422>},
+    {"pxliBGRToYCbCr422_8u_AC4P3R", "ARGBToI422", call<ARGBToI422>},
+    {"pxliRGBToCbYCr422_8u_C3C2R", "RAWToARGB + ARGBToUYVY (no filter)", callInTwo<RAWToARGB, ARGBToUYVY>},
+    {"pxliBGRToCbYCr422_8u_AC4C2R", "ARGBToUYVY", call<ARGBToUYVY>},
+    {"pxliBGRToCbYCr422_709HDTV_8u_C3C2R", "RGB24ToARGB + ARGBToUYVY (BT.601)", callInTwo<RGB24ToARGB, ARGBToUYVY>},
+    {"pxliBGRToCbYCr422_709HDTV_8u_AC4C2R", "ARGBToUYVY (BT.601)", call<ARGBToUYVY>},
     // RGB to 4:2:0; libyuv has no BT.709 encoder, the BT.601 one does the same work
     {"pxliRGBToYCbCr420_8u_C3P3R", "RAWToI420", call<RAWToI420>},
     {"pxliRGBToYCbCr420_8u_C3P2R", "RAWToARGB + ARGBToNV12", callInTwo<RAWToARGB, ARGBToNV12>},

@@ -31,8 +31,9 @@ std::string orElse(const std::string& option, const char* standard) { return opt
 Target chooseTarget(const ConvertOptions& options, const Format& source) {
     std::string kind = !options.to.empty() ? options.to : options.out == "-" ? "y4m" : ending(options.out);
     if (kind == "pgm" || kind == "pnm") kind = "ppm";
-    if (kind == "png") return {Container::png, findFormat("rgb24")};
-    if (kind == "ppm") return {Container::pnm, findFormat("rgb24")};
+    const Format* picture = findFormat(source.family == "v210" ? "gray16" : "rgb24");
+    if (kind == "png") return {Container::png, picture};
+    if (kind == "ppm") return {Container::pnm, picture};
     if (kind == "y4m") {
         if (!source.isPicture() && !options.sampling.empty())
             fail("--sampling is for a .y4m made from pictures; this one is made from ", source.name, " frames");
@@ -55,8 +56,10 @@ class Converter {
 public:
     Converter(const Format& from, const Format& to, PxlSize size, const std::string& matrix)
         : from_(from), to_(to), output_(to.shape, wholeBlocks(to, size)) {
-        if (from.family == to.family) return;
+        if (from.family == to.family && from.family != "v210") return;
         if (!from.isPicture() && from.shape.sampling == 420 && to.shape.sampling == 420) return;
+        if (from.family == "v210" && !matrix.empty() && matrix != "709hdtv")
+            fail("v210 is converted with the matrix 709hdtv");
         function_ = &exportBetween(from, to, orElse(matrix, "601"));
         const PxlSize whole = wholeBlocks(from.isPicture() ? to : from, size);
         picture_ = Image(from.isPicture() ? function_->source : function_->destination, whole);
@@ -161,13 +164,15 @@ void addConvert(CLI::App& program) {
     command->add_option("--size", options->size, "Width and height of raw frames in IN, as 1920x1080");
     command->add_option("--format", options->format, "Format of raw frames: in IN with --size, else in OUT");
     command->add_option("--to", options->to, "What OUT holds where its name does not say it: png ppm y4m or a format");
-    command->add_option("--sampling", options->sampling, "Of a .y4m made from pictures: 420 (default), 411 or 444");
+    command->add_option("--sampling", options->sampling,
+                        "Of a .y4m made from pictures: 420 (default), 422, 411 or 444");
     command->add_option("--rate", options->rate,
                         "Frames a second that a .y4m says, as 30000/1001 (default: as IN, or 25)");
     command->add_option("--frames", options->frames, "Stop after so many frames")->check(CLI::Range(1, 1'000'000'000));
     command->add_flag("--verbose", options->verbose, "Say which export is used");
     command->footer(
-        "Files: .png .ppm .pgm (out_%04d.png for one a frame), .y4m with 4:2:0, 4:1:1 or 4:4:4, and raw frames whose "
+        "Files: .png .ppm .pgm (out_%04d.png for one a frame), .y4m with 4:2:0, 4:2:2, 4:1:1 or 4:4:4, and raw frames "
+        "whose "
         "name\n"
         "ends in their format (clip.nv12) or whose format is given. Formats: " +
         formatNames() +
@@ -177,7 +182,11 @@ void addConvert(CLI::App& program) {
         "by\n"
         "repeating its last column and row, and cut again afterwards. 4:2:0 frames change between planes and pairs "
         "without\n"
-        "loss; nv21 is not made from pictures, and nv12 with the matrix 709 only made. Alpha is dropped. If a stream "
+        "loss; nv21 is not made from pictures, and nv12 with the matrix 709 only made. v210, whose rows take whole "
+        "128\n"
+        "bytes, becomes the 10-bit luma as it is (.png .pgm gray16) or saturated colours (rgb565 bgr565, which are not "
+        "read).\n"
+        "Alpha is dropped. If a stream "
         "is truncated or\n"
         "malformed every whole frame before that is converted, and the exit status is 1.");
     command->callback([options] { convert(*options); });

@@ -22,6 +22,23 @@ ImageShape videoShape(int sampling, int widthShift, int heightShift, bool pairs)
     return shape;
 }
 
+ImageShape packedShape(const char* space) {
+    ImageShape shape;
+    shape.space = space;
+    shape.sampling = 422;
+    shape.layout = "C2";
+    shape.planes = {{Element::u8, 2, 0, 0}};
+    return shape;
+}
+
+// What exports of v210 read and write.
+ImageShape v210Shape() { return exportNamed("pxliYUV422v210ToRGB_709HDTV_32u16u_C3").source; }
+ImageShape shape565(const char* space) {
+    ImageShape shape = exportNamed("pxliYUV422v210ToRGB_709HDTV_32u16u_C3").destination;
+    shape.space = space;
+    return shape;
+}
+
 ImageShape rgbShape(const char* space, int channels) {
     ImageShape shape = pictureShape(Element::u8, channels);
     shape.space = space;
@@ -38,6 +55,14 @@ const std::vector<Format>& formats() {
         {"yv12", "yv12", "4:2:0 planes", "", videoShape(420, 1, 1, false), {0, 2, 1}},
         {"nv12", "nv12", "4:2:0 Cb,Cr pairs", "", videoShape(420, 1, 1, true), {0, 1}},
         {"nv21", "nv21", "4:2:0 Cr,Cb pairs", "", videoShape(420, 1, 1, true), {0, 1}},
+        {"i422", "yuv422p", "4:2:2 planes", "422", videoShape(422, 1, 0, false), {0, 1, 2}},
+        {"yuy2", "yuyv422", "4:2:2 Y,Cb,Y,Cr", "", packedShape("YCbCr"), {0}},
+        {"yvyu", "yvyu422", "4:2:2 Y,Cr,Y,Cb", "", packedShape("YCrCb"), {0}},
+        {"uyvy", "uyvy422", "4:2:2 Cb,Y,Cr,Y", "", packedShape("CbYCr"), {0}},
+        {"v210", "v210", "v210", "", v210Shape(), {0}},
+        {"gray16", "gray16le", "gray16", "", pictureShape(Element::u16, 1), {0}},
+        {"rgb565", "rgb565le", "565", "", shape565("BGR"), {0}},  // named from the highest bits down
+        {"bgr565", "bgr565le", "565", "", shape565("RGB"), {0}},
         {"i411", "yuv411p", "4:1:1 planes", "411", videoShape(411, 2, 0, false), {0, 1, 2}},
         {"i444", "yuv444p", "4:4:4 planes", "444", videoShape(444, 0, 0, false), {0, 1, 2}},
     };
@@ -51,6 +76,11 @@ struct Route {
 constexpr Route kRoutes[] = {
     {"4:4:4 planes", "601", "pxliRGBToYCbCr_8u_C3P3R", "pxliYCbCrToRGB_8u_P3C3R"},
     {"4:4:4 planes", "709", "", "pxliYCbCrToBGR_709CSC_8u_P3C3R"},
+    {"4:2:2 planes", "601", "pxliRGBToYCbCr422_8u_C3P3R", "pxliYCbCr422ToRGB_8u_P3C3R"},
+    {"4:2:2 Y,Cb,Y,Cr", "601", "pxliRGBToYCbCr422_8u_C3C2R", "pxliYCbCr422ToRGB_8u_C2C3R"},
+    {"4:2:2 Y,Cr,Y,Cb", "601", "pxliRGBToYCrCb422_8u_C3C2R", "pxliYCrCb422ToRGB_8u_C2C3R"},
+    {"4:2:2 Cb,Y,Cr,Y", "601", "pxliBGRToCbYCr422_8u_AC4C2R", "pxliCbYCr422ToRGB_8u_C2C3R"},
+    {"4:2:2 Cb,Y,Cr,Y", "709hdtv", "pxliBGRToCbYCr422_709HDTV_8u_C3C2R", "pxliCbYCr422ToBGR_709HDTV_8u_C2C3R"},
     {"4:2:0 planes", "601", "pxliRGBToYCbCr420_8u_C3P3R", "pxliYCbCr420ToRGB_8u_P3C3R"},
     {"4:2:0 planes", "709", "pxliBGRToYCbCr420_709CSC_8u_C3P3R", "pxliYCbCr420ToBGR_709CSC_8u_P3C3R"},
     {"4:2:0 planes", "709hdtv", "pxliBGRToYCbCr420_709HDTV_8u_AC4P3R", "pxliYCbCr420ToBGR_709HDTV_8u_P3C4R"},
@@ -58,6 +88,13 @@ constexpr Route kRoutes[] = {
     {"4:2:0 Cb,Cr pairs", "709", "pxliBGRToYCbCr420_709CSC_8u_C3P2R", ""},
     {"4:2:0 Cr,Cb pairs", "601", "", "pxliYCrCb420ToRGB_8u_P2C3R"},
     {"4:1:1 planes", "601", "pxliBGRToYCbCr411_8u_C3P3R", "pxliYCbCr411ToBGR_8u_P3C3R"},
+};
+
+// v210 is only read, with the one matrix that it has.
+constexpr std::pair<std::string_view, std::string_view> kV210Routes[] = {
+    {"gray16", "pxliYUV422v210ToGray_709HDTV_32u16u_C3C1"},
+    {"rgb565", "pxliYUV422v210ToBGR_709HDTV_32u16u_C3"},
+    {"bgr565", "pxliYUV422v210ToRGB_709HDTV_32u16u_C3"},
 };
 
 }  // namespace
@@ -91,20 +128,24 @@ const Format* findY4m(std::string_view colourSpace) {
 PxlSize wholeBlocks(const Format& format, PxlSize size) {
     const auto roundUp = [](int value, int shift) { return ((value - 1) >> shift << shift) + (1 << shift); };
     const auto& chroma = format.shape.planes.back();
-    return {roundUp(size.width, chroma.widthShift), roundUp(size.height, chroma.heightShift)};
+    const int widthShift = format.shape.layout == "C2" ? 1 : chroma.widthShift;
+    return {roundUp(size.width, widthShift), roundUp(size.height, chroma.heightShift)};
 }
 
 PlaneExtent extentInFile(const Format& format, std::size_t plane, PxlSize size) {
     const auto& shape = format.shape.planes[plane];
-    const PxlSize whole = shape.widthShift + shape.heightShift > 0 ? wholeBlocks(format, size) : size;
-    return {shape.rowBytes(whole.width), shape.rows(whole.height)};
+    const bool sharesSamples = shape.widthShift + shape.heightShift > 0 || format.shape.layout == "C2";
+    const PxlSize whole = sharesSamples ? wholeBlocks(format, size) : size;
+    PlaneExtent extent = {shape.rowBytes(whole.width), shape.rows(whole.height)};
+    if (shape.v210) extent.padding = (std::int64_t{size.width} + 47) / 48 * 128 - extent.rowBytes;
+    return extent;
 }
 
 std::int64_t bytesInFile(const Format& format, PxlSize size) {
     std::int64_t bytes = 0;
     for (const std::size_t plane : format.file) {
         const auto extent = extentInFile(format, plane, size);
-        bytes += extent.rowBytes * extent.rows;
+        bytes += (extent.rowBytes + extent.padding) * extent.rows;
     }
     return bytes;
 }
@@ -128,6 +169,11 @@ void regroupChroma(const Format& from, const Image& source, const Format& to, Im
 }
 
 const catalog::Export& exportBetween(const Format& from, const Format& to, const std::string& matrix) {
+    if (from.family == "v210") {
+        for (const auto& [format, name] : kV210Routes)
+            if (to.name == format) return exportNamed(std::string(name));
+        fail("no conversion from v210 to ", to.name, "; there is one to gray16 (.png, .pgm), rgb565 and bgr565");
+    }
     if (from.isPicture() == to.isPicture())
         fail("no conversion from ", from.name, " to ", to.name, ": one of them has to be a picture (RGB)");
     const bool encodes = from.isPicture();

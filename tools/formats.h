@@ -30,9 +30,10 @@ const Format* findY4m(std::string_view colourSpace);
 
 // The size rounded up to whole chroma samples: what a frame of that size takes in memory.
 PxlSize wholeBlocks(const Format& format, PxlSize size);
-// Bytes of a row and number of rows of a plane in a file: the chroma of an odd size is rounded up.
+// Bytes of a row and number of rows of a plane in a file: the chroma of an odd size is rounded up, and rows of v210 end
+// with padding to whole 128 bytes.
 struct PlaneExtent {
-    std::int64_t rowBytes, rows;
+    std::int64_t rowBytes, rows, padding = 0;
 };
 PlaneExtent extentInFile(const Format& format, std::size_t plane, PxlSize size);
 std::int64_t bytesInFile(const Format& format, PxlSize size);

@@ -95,6 +95,10 @@ public:
                 const std::size_t got = input_->read(frame.plane(plane).row(y), count);
                 read += static_cast<std::int64_t>(got);
                 if (got != count) failTruncated(read, needed);
+                char padding[128];
+                const std::size_t skipped = input_->read(padding, static_cast<std::size_t>(extent.padding));
+                read += static_cast<std::int64_t>(skipped);
+                if (static_cast<std::int64_t>(skipped) != extent.padding) failTruncated(read, needed);
             }
         }
         return true;
@@ -164,7 +168,8 @@ private:
             fail(input_->name(), ": malformed, its header has no ", type_.size.width == 0 ? "width" : "height");
         type_.format = findY4m(type_.colour.substr(1));
         if (type_.format == nullptr)
-            fail(input_->name(), ": frames of the kind ", type_.colour, "; only 8-bit 4:2:0, 4:1:1 and 4:4:4 are read");
+            fail(input_->name(), ": frames of the kind ", type_.colour,
+                 "; only 8-bit 4:2:0, 4:2:2, 4:1:1 and 4:4:4 are read");
         if (type_.others.find("XCOLORRANGE=FULL") != std::string::npos)
             note(input_->name(), " says it has full-range samples; the conversions take them as studio range");
     }

@@ -81,27 +81,46 @@ std::uint8_t level(const std::uint8_t* row, int index, Element element, bool chr
     return static_cast<std::uint8_t>(std::clamp(value, 0.0, 255.0));
 }
 
+// Where the samples of one component stand in the rows of a plane.
+struct Component {
+    std::size_t plane;
+    int first, apart, width;
+};
+
+// Luma first.
+std::vector<Component> componentsOf(const Image& image) {
+    const int width = image.size().width;
+    if (image.shape().layout == "C2") {
+        const int luma = image.shape().space.front() == 'Y' ? 0 : 1, chroma = 1 - luma;
+        return {{0, luma, 2, width}, {0, chroma, 4, width / 2}, {0, chroma + 2, 4, width / 2}};
+    }
+    std::vector<Component> components;
+    const auto& planes = image.shape().planes;
+    for (std::size_t i = 0; i < planes.size(); ++i)
+        for (int channel = 0; channel < planes[i].channels && components.size() < 3; ++channel)
+            components.push_back({i, channel, planes[i].channels, width >> planes[i].widthShift});
+    return components;
+}
+
 }  // namespace
 
 Image showComponents(const Image& image) {
     const PxlSize size = image.size(), half = {size.width / 2, size.height / 2};
     Image result = newPicture({size.width + half.width, size.height}, {0, 0, 0});
-    const auto& planes = image.shape().planes;
     int count = 0;
-    for (std::size_t i = 0; i < planes.size(); ++i)
-        for (int channel = 0; channel < planes[i].channels && count < 3; ++channel, ++count) {
-            const auto plane = image.plane(i);
-            Image gray = newPicture({size.width >> planes[i].widthShift, static_cast<int>(plane.rows)}, {0, 0, 0});
-            for (int y = 0; y < gray.size().height; ++y)
-                for (int x = 0; x < gray.size().width; ++x) {
-                    const std::uint8_t v =
-                        level(plane.row(y), x * planes[i].channels + channel, planes[i].element, count > 0);
-                    setPixel(gray, x, y, {v, v, v});
-                }
-            const PxlRect first = {0, 0, size.width, size.height};
-            const PxlRect other = {size.width, (count - 1) * half.height, half.width, half.height};
-            drawThumbnail(result, count == 0 ? first : other, gray);
-        }
+    for (const Component& component : componentsOf(image)) {
+        const auto plane = image.plane(component.plane);
+        Image gray = newPicture({component.width, static_cast<int>(plane.rows)}, {0, 0, 0});
+        for (int y = 0; y < gray.size().height; ++y)
+            for (int x = 0; x < gray.size().width; ++x) {
+                const std::uint8_t v = level(plane.row(y), x * component.apart + component.first,
+                                             image.shape().planes[component.plane].element, count > 0);
+                setPixel(gray, x, y, {v, v, v});
+            }
+        const PxlRect first = {0, 0, size.width, size.height};
+        const PxlRect other = {size.width, (count - 1) * half.height, half.width, half.height};
+        drawThumbnail(result, count++ == 0 ? first : other, gray);
+    }
     return result;
 }
 

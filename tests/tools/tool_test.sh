@@ -220,6 +220,40 @@ fails 'say how many' reduce in.ppm out.png
 fails 'none or stucki' reduce in.ppm out.pbm --dither fs
 fails '--levels' reduce in.ppm out.png --levels 1
 fails 'only binary PGM' convert floats.pfm out.png
+# convert: 4:2:2 in planes, packed and in y4m; rows of an odd width end with a whole pair.
+works convert in.ppm direct.i422
+works convert in.ppm sampled.y4m --sampling 422
+[ "$(head -1 sampled.y4m)" = 'YUV4MPEG2 W19 H10 F25:1 Ip A1:1 C422' ] || wrong "header of 4:2:2: $(head -1 sampled.y4m)"
+works convert sampled.y4m sampled.i422
+same direct.i422 sampled.i422
+works convert in.ppm direct.yuy2
+chroma() { od -An -tu1 -w4 -v "$2" | awk "{ print \$$1 }"; }
+[ "$(chroma 2 direct.yuy2)" = "$(tail -c 200 direct.i422 | head -c 100 | od -An -tu1 -w1 -v | tr -d ' ')" ] || wrong "Cb of yuy2"
+works convert in.ppm direct.yvyu
+[ "$(chroma 2 direct.yvyu)" = "$(chroma 4 direct.yuy2)" ] && [ "$(chroma 1 direct.yvyu)" = "$(chroma 1 direct.yuy2)" ] || wrong "yvyu"
+works convert in.ppm direct.uyvy
+[ "$(chroma 2 direct.uyvy)" = "$(chroma 1 direct.yuy2)" ] && [ "$(chroma 1 direct.uyvy)" = "$(chroma 2 direct.yuy2)" ] || wrong "uyvy"
+works convert in.ppm hdtv.uyvy --matrix 709hdtv
+for format in yuy2 yvyu uyvy; do
+    works convert direct.$format back.$format.ppm --size 19x10
+    head -c 80 gray.i420 >odd.$format
+    works convert odd.$format odd.rgb24 --size 19x2
+    [ "$(od -An -tu1 -w1 -v odd.rgb24 | sort | uniq -c | xargs)" = "114 130" ] || wrong "gray of $format"
+done
+
+# convert: v210 rows of 128 bytes to 10-bit gray and to saturated colours.
+printf '\x00\x02\x01\x20\x41\x00\x28\x04\x00\x0e\x01\x20\x44\x00\x58\x04\x00\x52\x00\x20' >row.v210
+{ cat row.v210; head -c 108 /dev/zero; cat row.v210; head -c 108 /dev/zero; } >rows.v210
+works convert rows.v210 rows.pgm --size 7x2
+[ "$(tail -c 14 rows.pgm | od -An -tu1 | xargs)" = '0 64 0 65 0 66 0 67 0 68 0 69 0 20' ] || wrong "gray of v210"
+works convert rows.v210 rows.png --size 7x2
+works convert rows.v210 rows.rgb565 --size 7x2
+[ "$(tail -c 4 rows.rgb565 | od -An -tu1 | xargs)" = '255 255 148 162' ] || wrong "colours of v210"
+fails 'truncated' convert row.v210 out.pgm --size 7x1
+fails 'from v210 to rgb24' convert rows.v210 out.rgb24 --size 7x2
+fails 'matrix 709hdtv' convert rows.v210 out.pgm --size 7x2 --matrix 601
+works run pxliYUV422v210ToBGR_709HDTV_32u16u_C3 row.v210 --size 7x1 -o row.565
+same row.565 <(tail -c 14 rows.rgb565)
 
 # demo: a row and three pictures for each conversion.
 works demo pictures
