@@ -75,6 +75,9 @@ const std::vector<Row>& rows() {
         {"YUV 4:4:4", "yuv-444", "pxliRGBToYUV_8u_C3R", "pxliYUVToRGB_8u_C3R", {}},
         {"YUV 4:2:2 packed", "yuv-422", "pxliRGBToYUV422_8u_C3C2R", "pxliYUV422ToRGB_8u_C2C3R", {}},
         {"YUV 4:2:0 planes", "yuv-420", "pxliRGBToYUV420_8u_C3P3R", "pxliYUV420ToRGB_8u_P3C3R", {}},
+        {"XYZ 8 bit", "xyz-8", "pxliRGBToXYZ_8u_C3R", "pxliXYZToRGB_8u_C3R", {}},
+        {"LUV 8 bit", "luv-8", "pxliRGBToLUV_8u_C3R", "pxliLUVToRGB_8u_C3R", {}},
+        {"Lab 8 bit", "lab-8", "pxliRGBToLab_8u_C3R", "pxliLabToRGB_8u_C3R", {}},
         {"gray", "gray", "pxliRGBToGray_8u_C3C1R", kNoWayBack, kLuma},
         {"sepia twist", "sepia", "pxliColorTwist32f_8u_C3R", kNoWayBack, kSepia},
         {"gamma 8 bit", "gamma-8", "pxliGammaFwd_8u_C3R", "pxliGammaInv_8u_C3R", {}},
@@ -136,7 +139,9 @@ Image evaluate(const Matrix& matrix, const Image& rgb) {
 }
 
 // Spaces whose channels tell more side by side than as a picture in false colours.
-bool isOfComponents(const std::string& space) { return space.rfind("YC", 0) == 0 || space == "HLS" || space == "HSV"; }
+bool isOfComponents(const std::string& space) {
+    return space.rfind("YC", 0) == 0 || space == "HLS" || space == "HSV" || space == "LUV" || space == "Lab";
+}
 
 // The hues around two circles, out of the conversions themselves: HSV with the saturation growing outwards, and HLS
 // with the lightness falling outwards from white over the pure hues to black.
