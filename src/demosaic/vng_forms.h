@@ -143,17 +143,29 @@ private:
     F32<N> samples_;
 };
 
+// The same in integers, for sums of bytes: up to 16 * 255 in magnitude.
 template <int N>
 class MeanOf<I16<N>> {
 public:
-    PXL_INLINE explicit MeanOf(I16<N> count) : low_(widen(count).low), high_(widen(count).high) {}
+    PXL_INLINE explicit MeanOf(I16<N> count) : count_(count), samples_(doubled(count)) {
+        const auto bytes = addWrap(mulLow(count, fill<I16<N>>(0x0202)), fill<I16<N>>(0x0100));
+        reciprocal_ = as<U16<N>>(pick(pattern<N>(kReciprocals), as<U8<N>>(bytes)));
+    }
     PXL_INLINE I16<N> operator()(I16<N> sum) const {
-        const auto wide = widen(sum);
-        return packSatI16(low_(wide.low), high_(wide.high));
+        const auto half = addWrap(absolute(sum), count_);
+        const auto quotient = as<I16<N>>(mulHigh(as<U16<N>>(half), reciprocal_));
+        const auto isTie = equal(half, mulLow(quotient, samples_));
+        const auto even = subWrap(quotient, bitAnd(isTie, bitAnd(quotient, fill<I16<N>>(1))));
+        const auto sign = shiftRight<15>(sum);
+        return subWrap(bitXor(even, sign), sign);
     }
 
 private:
-    MeanOf<I32<N>> low_, high_;
+    // 65536 / (2 * count) rounded up, as two bytes each, at 2 * count mod 16: exact quotients of up to 16 * 255 + 8
+    static constexpr Bytes16 kReciprocals = {{0x00, 0x10, 0x00, 0x80, 0x00, 0x40, 0xAB, 0x2A,  //
+                                              0x00, 0x20, 0x9A, 0x19, 0x56, 0x15, 0x4A, 0x12}};
+    I16<N> count_, samples_;
+    U16<N> reciprocal_;
 };
 
 // The pixel's colours from its own sample: first and second differ from it by the mean difference of their sums.

@@ -2,7 +2,7 @@
 
 #include <gtest/gtest.h>
 
-#include "demosaic/bayer.h"
+#include "demosaic/bayer_image.h"
 #include "support/call.h"
 #include "support/targets.h"
 

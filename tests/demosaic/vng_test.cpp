@@ -7,7 +7,7 @@
 #include <limits>
 #include <optional>
 
-#include "demosaic/bayer.h"
+#include "demosaic/bayer_image.h"
 #include "support/call.h"
 #include "support/targets.h"
 
