@@ -216,9 +216,30 @@ std::optional<Peer> lookup(const Images& images) {
     });
 }
 
+// demosaicing() has no direction test in its bilinear method, and no method by homogeneity: its edge-aware one stands
+// in. Its gradients are for bytes only and give three channels, which go to the first three of ours.
+std::optional<Peer> demosaicer(const Images& images) {
+    const catalog::Export& function = images.function;
+    if (function.source.space != "Bayer") return std::nullopt;
+    const cv::Mat source = matOf(images.source[0], function.source.planes[0], images.size);
+    const cv::Mat destination = matOf(images.destination[0], function.destination.planes[0], images.size);
+    if (destination.channels() == 4) {
+        if (source.depth() != CV_8U) return std::nullopt;
+        cv::Mat colours(source.size(), CV_8UC3);
+        return peer("demosaicing, COLOR_BayerBG2BGR_VNG, mixChannels", destination, [=](cv::Mat& to) mutable {
+            cv::demosaicing(source, colours, cv::COLOR_BayerBG2BGR_VNG);
+            cv::mixChannels(colours, to, {0, 0, 1, 1, 2, 2});
+        });
+    }
+    const bool edgeAware = startsWith(function.name, "pxliDemosaicAHD");
+    const int code = edgeAware ? cv::COLOR_BayerBG2RGB_EA : cv::COLOR_BayerBG2RGB;
+    return peer(edgeAware ? "demosaicing, COLOR_BayerBG2RGB_EA" : "demosaicing, COLOR_BayerBG2RGB", destination,
+                [=](cv::Mat& to) { cv::demosaicing(source, to, code); });
+}
+
 std::optional<Peer> find(const Images& images) {
     cv::setNumThreads(1);
-    for (const auto& kind : {converter, transformer, lookup}) {
+    for (const auto& kind : {converter, transformer, lookup, demosaicer}) {
         if (auto found = kind(images)) return found;
     }
     return std::nullopt;

@@ -35,6 +35,8 @@ PxlStatus apply(const catalog::Export& function, const Image& source, Image& des
     arguments.noise = extras.noise;
     arguments.levels = extras.levels;
     arguments.threshold = extras.threshold;
+    arguments.grid = extras.grid;
+    if (!extras.gains.empty()) arguments.gains = extras.gains.data();
     if (!extras.matrix.empty()) arguments.matrix = extras.matrix.data();
     const std::vector<float> narrow(extras.weights.begin(), extras.weights.end());
     if (!extras.weights.empty()) {

@@ -20,6 +20,8 @@ struct Extras {
     double rangeLow = 0;
     double rangeHigh = 1;
     int ditherType = pxlDitherNone, noise = 0, levels = 16, threshold = 127;
+    int grid = pxlBayRGGB;
+    std::vector<float> gains;  // empty: none
 };
 
 // In-place functions read and write `destination` only. The size is that of `destination`.

@@ -4,6 +4,7 @@
 
 #include "call.h"
 #include "commands.h"
+#include "demosaic.h"
 #include "error.h"
 #include "frames.h"
 #include "progress.h"
@@ -17,6 +18,7 @@ struct ConvertOptions {
     std::string in, out;
     std::string size, format, to, sampling, matrix, rate;
     std::int64_t frames = 0;
+    std::string bayer, method;  // of raw pictures from a sensor
     bool verbose = false;
 };
 
@@ -115,7 +117,23 @@ std::string rateParameter(const std::string& rate) {
     return "F" + std::to_string(frames) + ":" + std::to_string(seconds);
 }
 
+// A gray picture of 8 or 16 bits as a colour one.
+void convertRaw(const ConvertOptions& options) {
+    for (const std::string* idle :
+         {&options.size, &options.format, &options.to, &options.sampling, &options.matrix, &options.rate})
+        if (!idle->empty()) fail("--bayer takes a picture and makes one; the other options but --method are for video");
+    if (pictureFile(options.out) == PictureFile::none) fail("--bayer writes a .png or .ppm picture, not ", options.out);
+    const Image raw = readPicture(options.in);
+    if (raw.shape().planes[0].channels != 1)
+        fail(options.in, " is a colour picture; a raw one has the one sample of each pixel, as gray");
+    const std::string method = orElse(options.method, "ahd");
+    if (options.verbose) note(demosaicingExport(method, raw.shape().planes[0].element).name);
+    writePicture(options.out, demosaic(raw, method, bayerGrid(options.bayer)));
+}
+
 void convert(const ConvertOptions& options) {
+    if (!options.bayer.empty()) return convertRaw(options);
+    if (!options.method.empty()) fail("--method is for raw pictures of a sensor (--bayer)");
     const auto source = openSource({options.in, options.format, options.size});
     std::optional<Converter> converter;
     std::unique_ptr<FrameSink> sink;
@@ -169,6 +187,10 @@ void addConvert(CLI::App& program) {
     command->add_option("--rate", options->rate,
                         "Frames a second that a .y4m says, as 30000/1001 (default: as IN, or 25)");
     command->add_option("--frames", options->frames, "Stop after so many frames")->check(CLI::Range(1, 1'000'000'000));
+    command->add_option("--bayer", options->bayer, "IN is the raw picture of a sensor with these colours first")
+        ->check(CLI::IsMember(bayerNames()));
+    command->add_option("--method", options->method, "How its colours are made: bilinear, vng or ahd (default)")
+        ->check(CLI::IsMember(demosaicingMethods()));
     command->add_flag("--verbose", options->verbose, "Say which export is used");
     command->footer(
         "Files: .png .ppm .pgm (out_%04d.png for one a frame), .y4m with 4:2:0, 4:2:2, 4:1:1 or 4:4:4, and raw frames "

@@ -7,6 +7,7 @@
 
 #include "call.h"
 #include "commands.h"
+#include "demosaic.h"
 #include "dithering.h"
 #include "drawing.h"
 #include "error.h"
@@ -296,6 +297,7 @@ void demo(const std::string& folder, const std::string& image) {
     if (error) fail("cannot make the folder ", folder, ": ", error.message());
     Demo demo(source, folder);
     for (const Row& row : rows()) demo.add(row);
+    demonstrateDemosaicing(source, folder);
     demo.writeContactSheet();
     writePicture((std::filesystem::path(folder) / "hue-wheels.png").string(), drawHueWheels());
     writePicture((std::filesystem::path(folder) / "ditherings.png").string(), drawDitherings(source));

@@ -6,6 +6,7 @@
 
 #include "call.h"
 #include "commands.h"
+#include "demosaic.h"
 #include "dithering.h"
 #include "error.h"
 #include "pictures.h"
@@ -18,6 +19,7 @@ namespace {
 struct RunOptions {
     std::string function, in, out;
     std::string size, alpha, weights, matrixFile, range, dither, noise, levels, threshold;
+    std::string bayer, gains;
     int repeat = 0;
 };
 
@@ -128,6 +130,14 @@ Extras readExtras(const catalog::Export& function, const RunOptions& options) {
     if (takes(Role::levels, options.levels, "--levels")) extras.levels = whole(options.levels, "--levels");
     if (takes(Role::threshold, options.threshold, "--threshold"))
         extras.threshold = whole(options.threshold, "--threshold");
+    if (takes(Role::grid, options.bayer, "--bayer"))
+        extras.grid = bayerGrid(options.bayer);
+    else if (function.has(Role::grid))
+        fail(function.name, " needs the colours of the sensor: --bayer rggb, bggr, grbg or gbrg");
+    if (takes(Role::gains, options.gains, "--gains")) {
+        const auto gains = parseNumbers(options.gains, "--gains", 3);
+        extras.gains.assign(gains.begin(), gains.end());
+    }
     if (takes(Role::matrix, options.matrixFile, "--matrix-file")) {
         const auto bytes = [&] {
             Input input(options.matrixFile);
@@ -200,6 +210,8 @@ void addRun(CLI::App& program) {
     command->add_option("--noise", options->noise, "Noise of dithering, 0..100 percent (default: 0)");
     command->add_option("--levels", options->levels, "Levels, 2..256 (default: 16)");
     command->add_option("--threshold", options->threshold, "Threshold of single bits (default: 127)");
+    command->add_option("--bayer", options->bayer, "Colours of a sensor's first pixels: rggb, bggr, grbg or gbrg");
+    command->add_option("--gains", options->gains, "Three factors b,g,r of what pxliCFAToBGRA_VNG makes");
     command->add_option("--repeat", options->repeat, "Run it so many times more and print the time")
         ->check(CLI::Range(1, 1'000'000));
     command->footer(

@@ -44,6 +44,25 @@ works list ToYCbCr_8u_C3R
 grep -q pxliRGBToYCbCr_8u_C3R stdout || wrong "list does not find an export"
 fails 'no export' list there_is_none
 
+# Raw pictures of a sensor: a flat one is flat in colour, by every method, in 8 and 16 bits.
+{ printf 'P5\n8 6\n255\n'; for i in 1 2 3; do for j in 1 2 3 4; do bytes 9 80; done; for j in 1 2 3 4; do bytes 80 200; done; done; } >raw.pgm
+{ printf 'P6\n8 6\n255\n'; for i in $(seq 48); do bytes 9 80 200; done; } >flat.ppm
+{ printf 'P5\n8 6\n65535\n'; for i in 1 2 3; do for j in 1 2 3 4; do bytes 1 2 3 4; done; for j in 1 2 3 4; do bytes 3 4 5 6; done; done; } >raw16.pgm
+{ printf 'P6\n8 6\n65535\n'; for i in $(seq 48); do bytes 1 2 3 4 5 6; done; } >flat16.ppm
+for method in bilinear vng ahd; do
+    works convert raw.pgm colour.ppm --bayer rggb --method $method
+    same colour.ppm flat.ppm
+    works convert raw16.pgm colour16.ppm --bayer rggb --method $method
+    same colour16.ppm flat16.ppm
+done
+works run pxliDemosaicAHD_8u_C1C3R raw.pgm -o colour.ppm --bayer rggb
+same colour.ppm flat.ppm
+works run pxliCFAToBGRA_VNG_8u_C1C4R raw.pgm -o gained.raw --bayer rggb --gains 0.5,1,1
+[ "$(od -An -tu1 -j0 -N3 gained.raw | tr -s ' ')" = " 100 80 9" ] || wrong "run --gains"
+fails 'needs the colours' run pxliCFAToRGB_8u_C1C3R raw.pgm -o colour.ppm
+fails 'colour picture' convert in.ppm colour2.ppm --bayer rggb
+fails 'for raw pictures' convert in.ppm colour2.ppm --method vng
+
 # run: pictures and raw samples hold the same, whatever the order of the colours in the export's name.
 works run pxliRGBToYCbCr_8u_C3R in.ppm -o packed.png
 works run pxliRGBToYCbCr_8u_C3R in.rgb --size 19x10 -o packed.raw

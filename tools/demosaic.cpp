@@ -1,0 +1,149 @@
+#include "demosaic.h"
+
+#include <algorithm>
+#include <iomanip>
+#include <iostream>
+
+#include "call.h"
+#include "drawing.h"
+#include "error.h"
+#include "measure.h"
+#include "pictures.h"
+
+namespace pxl::tool {
+
+namespace {
+
+// Colour of the cell (x & 1, y & 1) as a channel of RGB, by PxlBayerGrid.
+constexpr int kCells[4][2][2] = {{{2, 1}, {1, 0}}, {{0, 1}, {1, 2}}, {{1, 2}, {0, 1}}, {{1, 0}, {2, 1}}};
+
+template <class Sample>
+void takeSamples(const Image& picture, int grid, Image& raw) {
+    for (int y = 0; y < raw.size().height; ++y) {
+        const auto* in = reinterpret_cast<const Sample*>(picture.plane(0).row(y));
+        auto* out = reinterpret_cast<Sample*>(raw.plane(0).row(y));
+        for (int x = 0; x < raw.size().width; ++x) out[x] = in[3 * x + kCells[grid][y & 1][x & 1]];
+    }
+}
+
+// The places of `size` pixels in which two pictures differ most, apart from each other.
+std::vector<PxlRect> hardPlaces(const Image& a, const Image& b, PxlSize size, std::size_t count) {
+    struct Place {
+        PxlRect area;
+        std::int64_t difference;
+    };
+    std::vector<Place> places;
+    for (int y = 0; y + size.height <= a.size().height; y += size.height / 2)
+        for (int x = 0; x + size.width <= a.size().width; x += size.width / 2) {
+            Place place = {{x, y, size.width, size.height}, 0};
+            for (int row = y; row < y + size.height; ++row)
+                for (int i = 3 * x; i < 3 * (x + size.width); ++i)
+                    place.difference += std::abs(a.plane(0).row(row)[i] - b.plane(0).row(row)[i]);
+            places.push_back(place);
+        }
+    std::ranges::sort(places, std::greater(), &Place::difference);
+    std::vector<PxlRect> chosen;
+    for (const Place& place : places) {
+        const bool near = std::ranges::any_of(chosen, [&](const PxlRect& other) {
+            return std::abs(other.x - place.area.x) < 2 * size.width &&
+                   std::abs(other.y - place.area.y) < 2 * size.height;
+        });
+        if (!near && chosen.size() < count) chosen.push_back(place.area);
+    }
+    return chosen;
+}
+
+// Every pixel as a square of `zoom` pixels.
+void drawZoomed(Image& sheet, int left, int top, const Image& picture, PxlRect area, int zoom) {
+    for (int y = 0; y < area.height; ++y)
+        for (int x = 0; x < area.width; ++x) {
+            const auto* p = picture.plane(0).row(area.y + y) + 3 * (area.x + x);
+            fillRectangle(sheet, {left + x * zoom, top + y * zoom, zoom, zoom}, {p[0], p[1], p[2]});
+        }
+}
+
+void line(const std::string& title, const Distance& error, double nanoseconds) {
+    std::cout << std::left << std::setw(22) << title << std::right << std::fixed << std::setprecision(1) << std::setw(9)
+              << error.rgb << std::setw(9) << error.luma << std::setw(11) << error.colour << std::setw(11)
+              << error.largest << std::setprecision(2) << std::setw(14) << nanoseconds << std::setw(8) << "-\n";
+}
+
+}  // namespace
+
+const std::vector<std::string>& bayerNames() {
+    static const std::vector<std::string> names = {"bggr", "rggb", "gbrg", "grbg"};  // in the order of PxlBayerGrid
+    return names;
+}
+
+int bayerGrid(const std::string& name) {
+    const auto found = std::ranges::find(bayerNames(), name);
+    if (found == bayerNames().end()) fail("--bayer ", name, ": there are rggb bggr grbg gbrg");
+    return static_cast<int>(found - bayerNames().begin());
+}
+
+const std::vector<std::string>& demosaicingMethods() {
+    static const std::vector<std::string> names = {"bilinear", "vng", "ahd"};
+    return names;
+}
+
+const catalog::Export& demosaicingExport(const std::string& method, Element element) {
+    const std::string type = element == Element::u8 ? "_8u" : "_16u";
+    if (method == "bilinear") return exportNamed("pxliCFAToRGB" + type + "_C1C3R");
+    if (method == "vng") return exportNamed("pxliCFAToBGRA_VNG" + type + "_C1C4R");
+    return exportNamed("pxliDemosaicAHD" + type + "_C1C3R");
+}
+
+Image demosaic(const Image& raw, const std::string& method, int grid) {
+    const catalog::Export& function = demosaicingExport(method, raw.shape().planes[0].element);
+    Extras extras;
+    extras.grid = grid;
+    Image result(function.destination, raw.size());
+    applyOrFail(function, raw, result, extras);
+    Image picture(pictureShape(raw.shape().planes[0].element, 3), raw.size());
+    copyPicture(result, picture);
+    return picture;
+}
+
+Image mosaic(const Image& picture, int grid) {
+    const Element element = picture.shape().planes[0].element;
+    Image raw(pictureShape(element, 1), picture.size());
+    if (element == Element::u8)
+        takeSamples<Pxl8u>(picture, grid, raw);
+    else
+        takeSamples<Pxl16u>(picture, grid, raw);
+    return raw;
+}
+
+void demonstrateDemosaicing(const Image& source, const std::filesystem::path& folder) {
+    constexpr PxlSize kPlace = {56, 40};
+    constexpr int kZoom = 4, kGap = 8, kTitle = 14;
+    if (source.size().width < 5 || source.size().height < 5) return;
+    const int grid = bayerGrid("rggb");
+    const Image raw = mosaic(source, grid);
+    std::vector<std::pair<std::string, Image>> pictures = {{"source", source}};
+    for (const std::string& method : demosaicingMethods()) {
+        const Image result = demosaic(raw, method, grid);
+        const catalog::Export& function = demosaicingExport(method, Element::u8);
+        Image scratch(function.destination, raw.size());
+        const double time = fastestNanoseconds(3, [&] { apply(function, raw, scratch); });
+        line("demosaic " + method, distance(withElement(source, Element::f32), result, kLuma601),
+             time / static_cast<double>(raw.pixels()));
+        writePicture((folder / ("demosaic-" + method + ".png")).string(), result);
+        pictures.emplace_back(method, result);
+    }
+    const auto places = hardPlaces(pictures[1].second, source, kPlace, 4);
+    constexpr int kBlock = kPlace.width * kZoom + kGap, kLine = kPlace.height * kZoom + kGap;
+    Image sheet = newPicture(
+        {static_cast<int>(pictures.size()) * kBlock + kGap, static_cast<int>(places.size()) * kLine + kGap + kTitle},
+        {40, 40, 40});
+    for (int i = 0; i < static_cast<int>(pictures.size()); ++i) {
+        const auto& [title, picture] = pictures[static_cast<std::size_t>(i)];
+        drawText(sheet, kGap + i * kBlock, kGap / 2, title, {255, 255, 255});
+        for (int k = 0; k < static_cast<int>(places.size()); ++k)
+            drawZoomed(sheet, kGap + i * kBlock, kGap + kTitle + k * kLine, picture,
+                       places[static_cast<std::size_t>(k)], kZoom);
+    }
+    writePicture((folder / "demosaic-zoom.png").string(), sheet);
+}
+
+}  // namespace pxl::tool
