@@ -26,19 +26,35 @@ void takeSamples(const Image& picture, int grid, Image& raw) {
     }
 }
 
-// The places of `size` pixels in which two pictures differ most, apart from each other.
-std::vector<PxlRect> hardPlaces(const Image& a, const Image& b, PxlSize size, std::size_t count) {
+// Half the size, each pixel the mean of four: a lens blurs what is as fine as the pixels of a sensor.
+Image halved(const Image& picture) {
+    Image half(picture.shape(), {picture.size().width / 2, picture.size().height / 2});
+    for (int y = 0; y < half.size().height; ++y) {
+        const auto *upper = picture.plane(0).row(2 * y), *lower = picture.plane(0).row(2 * y + 1);
+        auto* out = half.plane(0).row(y);
+        for (int i = 0; i < 3 * half.size().width; ++i) {
+            const int at = i / 3 * 6 + i % 3;
+            out[i] = static_cast<std::uint8_t>((upper[at] + upper[at + 3] + lower[at] + lower[at + 3] + 2) / 4);
+        }
+    }
+    return half;
+}
+
+// The places of `size` pixels, apart from each other, in which `better` comes closer to the truth than `worse` by most.
+std::vector<PxlRect> tellingPlaces(const Image& truth, const Image& worse, const Image& better, PxlSize size,
+                                   std::size_t count) {
     struct Place {
         PxlRect area;
         std::int64_t difference;
     };
     std::vector<Place> places;
-    for (int y = 0; y + size.height <= a.size().height; y += size.height / 2)
-        for (int x = 0; x + size.width <= a.size().width; x += size.width / 2) {
+    for (int y = 0; y + size.height <= truth.size().height; y += size.height / 2)
+        for (int x = 0; x + size.width <= truth.size().width; x += size.width / 2) {
             Place place = {{x, y, size.width, size.height}, 0};
             for (int row = y; row < y + size.height; ++row)
                 for (int i = 3 * x; i < 3 * (x + size.width); ++i)
-                    place.difference += std::abs(a.plane(0).row(row)[i] - b.plane(0).row(row)[i]);
+                    place.difference += std::abs(truth.plane(0).row(row)[i] - worse.plane(0).row(row)[i]) -
+                                        std::abs(truth.plane(0).row(row)[i] - better.plane(0).row(row)[i]);
             places.push_back(place);
         }
     std::ranges::sort(places, std::greater(), &Place::difference);
@@ -65,7 +81,7 @@ void drawZoomed(Image& sheet, int left, int top, const Image& picture, PxlRect a
 void line(const std::string& title, const Distance& error, double nanoseconds) {
     std::cout << std::left << std::setw(22) << title << std::right << std::fixed << std::setprecision(1) << std::setw(9)
               << error.rgb << std::setw(9) << error.luma << std::setw(11) << error.colour << std::setw(11)
-              << error.largest << std::setprecision(2) << std::setw(14) << nanoseconds << std::setw(8) << "-\n";
+              << error.largest << std::setprecision(2) << std::setw(14) << nanoseconds << std::setw(8) << "-" << '\n';
 }
 
 }  // namespace
@@ -114,10 +130,11 @@ Image mosaic(const Image& picture, int grid) {
     return raw;
 }
 
-void demonstrateDemosaicing(const Image& source, const std::filesystem::path& folder) {
+void demonstrateDemosaicing(const Image& original, const std::filesystem::path& folder) {
     constexpr PxlSize kPlace = {56, 40};
     constexpr int kZoom = 4, kGap = 8, kTitle = 14;
-    if (source.size().width < 5 || source.size().height < 5) return;
+    if (original.size().width < 10 || original.size().height < 10) return;
+    const Image source = halved(original);
     const int grid = bayerGrid("rggb");
     const Image raw = mosaic(source, grid);
     std::vector<std::pair<std::string, Image>> pictures = {{"source", source}};
@@ -129,9 +146,11 @@ void demonstrateDemosaicing(const Image& source, const std::filesystem::path& fo
         line("demosaic " + method, distance(withElement(source, Element::f32), result, kLuma601),
              time / static_cast<double>(raw.pixels()));
         writePicture((folder / ("demosaic-" + method + ".png")).string(), result);
+        writePicture((folder / ("demosaic-" + method + "-difference-x4.png")).string(),
+                     differencePicture(source, result, 4));
         pictures.emplace_back(method, result);
     }
-    const auto places = hardPlaces(pictures[1].second, source, kPlace, 4);
+    const auto places = tellingPlaces(source, pictures[1].second, pictures.back().second, kPlace, 4);
     constexpr int kBlock = kPlace.width * kZoom + kGap, kLine = kPlace.height * kZoom + kGap;
     Image sheet = newPicture(
         {static_cast<int>(pictures.size()) * kBlock + kGap, static_cast<int>(places.size()) * kLine + kGap + kTitle},

@@ -24,8 +24,8 @@ Image demosaic(const Image& raw, const std::string& method, int grid);
 // What such a sensor sees of an RGB picture.
 Image mosaic(const Image& picture, int grid);
 
-// For the demonstration: the picture mosaicked and reconstructed by each method, a line of the table for each, and a
-// sheet of the places where the methods differ most.
+// For the demonstration: the picture at half its size mosaicked and reconstructed by each method, a line of the table
+// for each, and a sheet of the places where the methods differ most.
 void demonstrateDemosaicing(const Image& source, const std::filesystem::path& folder);
 
 }  // namespace pxl::tool
