@@ -13,10 +13,6 @@ constexpr int kBlockPixels = Vector<T, 1>::kSize;
 template <class Source, class T, class Weights>
 PXL_INLINE void weighRow(Source src, T* dst, Weights weights, Index width) {
     eachGroupAndPart<kBlockPixels<T>>(width, [&](auto how, Index x) PXL_BODY {
-        if constexpr (sizeof(T) >= sizeof(Pxl32f)) {
-            constexpr int kBytes = 16 * src.kChannels * decltype(how)::kN;
-            prefetchPageAhead<kBytes>(src.row + src.kChannels * x, src.row + src.kChannels * width);
-        }
         const auto px = src.load(how, x);
         store(how, dst + x, grayOf(px.c0, px.c1, px.c2, weights));
     });

@@ -8,16 +8,34 @@ PXL_BEGIN_TARGET
 
 // ---- one channel: consecutive elements
 
+// Loads and stores of the widest vectors ask for what stands kAheadBytes further on, for both, or a loop over a whole
+// frame waits for memory: the processor's own prefetch stops at the end of each page and starts anew in the next.
+constexpr int kAheadBytes = 4096;
+template <int N>
+PXL_INLINE void askAhead(const void* p) {
+    // as a number: the address may lie behind the object
+    if constexpr (N > 1)
+        _mm_prefetch(reinterpret_cast<const char*>(reinterpret_cast<uintptr_t>(p) + kAheadBytes), _MM_HINT_T0);
+}
+
 #define PXL_MEMORY_WHOLE_N(N, prefix, whole, E)                                           \
     PXL_INLINE Vector<E, N> load(Blocks<N>, const E* p) {                                 \
+        askAhead<N>(p);                                                                   \
         return {prefix##loadu_##whole(reinterpret_cast<const Register<E, N>::Type*>(p))}; \
     }                                                                                     \
     PXL_INLINE void store(Blocks<N>, E* p, Vector<E, N> a) {                              \
+        askAhead<N>(p);                                                                   \
         prefix##storeu_##whole(reinterpret_cast<Register<E, N>::Type*>(p), a.v);          \
     }
-#define PXL_MEMORY_REAL_N(N, prefix, whole, E, op)                                          \
-    PXL_INLINE Vector<E, N> load(Blocks<N>, const E* p) { return {prefix##loadu_##op(p)}; } \
-    PXL_INLINE void store(Blocks<N>, E* p, Vector<E, N> a) { prefix##storeu_##op(p, a.v); }
+#define PXL_MEMORY_REAL_N(N, prefix, whole, E, op)           \
+    PXL_INLINE Vector<E, N> load(Blocks<N>, const E* p) {    \
+        askAhead<N>(p);                                      \
+        return {prefix##loadu_##op(p)};                      \
+    }                                                        \
+    PXL_INLINE void store(Blocks<N>, E* p, Vector<E, N> a) { \
+        askAhead<N>(p);                                      \
+        prefix##storeu_##op(p, a.v);                         \
+    }
 PXL_FOR_EACH_N(PXL_MEMORY_WHOLE_N, Pxl8u)
 PXL_FOR_EACH_N(PXL_MEMORY_WHOLE_N, Pxl16u)
 PXL_FOR_EACH_N(PXL_MEMORY_WHOLE_N, Pxl16s)
@@ -246,16 +264,6 @@ PXL_INLINE I16<1> loadQuarterTwice(Part part, const Pxl8u* p) {
     Pxl8u samples[4] = {};
     __builtin_memcpy(samples, p, static_cast<size_t>((part.count + 3) / 4));
     return loadQuarterTwice(Blocks<1>{}, samples);
-}
-
-// For loops that wait for memory: asks for the kBytes that the loop will load 4096 bytes after p, unless they are
-// behind `end`. The processor's own prefetch stops at the end of each page.
-template <int kBytes, class E>
-PXL_INLINE void prefetchPageAhead(const E* p, const E* end) {
-    constexpr int kPage = 4096;
-    if ((end - p) * static_cast<Index>(sizeof(E)) < kPage + kBytes) return;
-    const char* ahead = reinterpret_cast<const char*>(p) + kPage;
-    for (int i = 0; i < kBytes; i += 64) _mm_prefetch(ahead + i, _MM_HINT_T0);
 }
 
 // ---- pixels of k vectors: block i of the r-th vector holds the 16 bytes from p + 16 * (k * i + r)
