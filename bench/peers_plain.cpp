@@ -92,7 +92,8 @@ Peer hexagonal(const Images& images, Map map) {
                 const auto* from = reinterpret_cast<const std::uint16_t*>(images.source[0].first);
                 auto* to = reinterpret_cast<std::uint16_t*>(images.destination[0].first);
                 for (std::int64_t i = 0; i < images.source[0].bytes / 2; i += channels) {
-                    const Pixel out = map({float{from[i]}, float{from[i + 1]}, float{from[i + 2]}});
+                    const auto sample = [from](std::int64_t k) { return static_cast<float>(from[k]); };
+                    const Pixel out = map({sample(i), sample(i + 1), sample(i + 2)});
                     to[i] = code(out.a), to[i + 1] = code(out.b), to[i + 2] = code(out.c);
                 }
                 return true;
