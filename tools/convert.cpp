@@ -8,6 +8,7 @@
 #include "error.h"
 #include "frames.h"
 #include "progress.h"
+#include "relayout.h"
 #include "text.h"
 
 namespace pxl::tool {
@@ -19,7 +20,12 @@ struct ConvertOptions {
     std::string size, format, to, sampling, matrix, rate;
     std::int64_t frames = 0;
     std::string bayer, method;  // of raw pictures from a sensor
+    bool interlaced = false, filter = false;
     bool verbose = false;
+
+    ChromaRule chromaRule() const {
+        return interlaced ? ChromaRule::interlaced : filter ? ChromaRule::filtered : ChromaRule::copied;
+    }
 };
 
 // Where the frames go: in which kind of file and in which format.
@@ -37,11 +43,12 @@ Target chooseTarget(const ConvertOptions& options, const Format& source) {
     if (kind == "png") return {Container::png, picture};
     if (kind == "ppm") return {Container::pnm, picture};
     if (kind == "y4m") {
-        if (!source.isPicture() && !options.sampling.empty())
-            fail("--sampling is for a .y4m made from pictures; this one is made from ", source.name, " frames");
-        const Format* format = source.isPicture() ? findY4m(orElse(options.sampling, "420")) : findY4m(source.y4m);
+        const Format* format = !options.sampling.empty() ? findY4m(options.sampling)
+                               : source.isPicture()      ? findY4m("420")
+                                                         : findY4m(source.y4m);
         // Frames whose own order y4m does not have: the same samples in the order that it has.
         if (format == nullptr && source.shape.sampling == 420) format = findFormat("i420");
+        if (format == nullptr && source.shape.layout == "C2") format = findFormat("i422");
         if (format == nullptr) fail("a .y4m file cannot hold ", source.name, " frames");
         return {Container::y4m, format};
     }
@@ -56,8 +63,15 @@ Target chooseTarget(const ConvertOptions& options, const Format& source) {
 // repeating the last column and row, converted, and cut to their size again: nothing is lost at the edge.
 class Converter {
 public:
-    Converter(const Format& from, const Format& to, PxlSize size, const std::string& matrix)
+    Converter(const Format& from, const Format& to, PxlSize size, const ConvertOptions& options)
         : from_(from), to_(to), output_(to.shape, wholeBlocks(to, size)) {
+        const ChromaRule rule = options.chromaRule();
+        const std::string& matrix = options.matrix;
+        relayout_ = Relayout::between(from, to, size, rule);
+        if (relayout_) return;
+        if (rule != ChromaRule::copied)
+            fail(options.interlaced ? "--interlaced" : "--filter", ": no such conversion from ", from.name, " to ",
+                 to.name);
         if (from.family == to.family && from.family != "v210") return;
         if (!from.isPicture() && from.shape.sampling == 420 && to.shape.sampling == 420) return;
         if (from.family == "v210" && !matrix.empty() && matrix != "709hdtv")
@@ -68,9 +82,11 @@ public:
     }
 
     // Null if the samples are only put in another order.
-    const catalog::Export* function() const { return function_; }
+    const catalog::Export* function() const { return relayout_ ? &relayout_->function() : function_; }
+    bool computesColours() const { return function_ != nullptr; }
 
     const Image& convert(const Image& frame) {
+        if (relayout_) return relayout_->convert(frame);
         if (function_ == nullptr) {
             if (from_.isPicture())
                 copyPicture(frame, output_);
@@ -95,14 +111,15 @@ private:
     Image output_;
     const catalog::Export* function_ = nullptr;
     Image picture_;  // the RGB side as the export has it
+    std::optional<Relayout> relayout_;
 };
 
 // The options that a conversion does not look at are mistakes.
 void refuseIdle(const ConvertOptions& options, const Target& target, const Converter& converter) {
     if (!options.rate.empty() && target.container != Container::y4m) fail("--rate is for .y4m files");
     if (!options.sampling.empty() && target.container != Container::y4m) fail("--sampling is for .y4m files");
-    if (!options.matrix.empty() && converter.function() == nullptr)
-        fail("--matrix: the samples are only put in another order, none is computed");
+    if (!options.matrix.empty() && !converter.computesColours())
+        fail("--matrix: the samples only change their sampling or order, no colour is computed");
 }
 
 // "25", "30000:1001" or "30000/1001" as a .y4m parameter.
@@ -151,12 +168,13 @@ void convert(const ConvertOptions& options) {
         if (count++ == 0) {
             StreamType type = source->type();
             const Target target = chooseTarget(options, *type.format);
-            converter.emplace(*type.format, *target.format, type.size, options.matrix);
+            converter.emplace(*type.format, *target.format, type.size, options);
             refuseIdle(options, target, *converter);
             if (options.verbose)
                 note(type.size.width, 'x', type.size.height, ' ', type.format->name, " to ", target.format->name, ": ",
                      converter->function() != nullptr ? converter->function()->name : "the same samples");
             progress.emplace(options.frames > 0 && type.frames > options.frames ? options.frames : type.frames);
+            if (type.format != target.format) type.colour.clear();
             type.format = target.format;
             if (!options.rate.empty()) type.rate = rateParameter(options.rate);
             sink = openSink(options.out, target.container, type);
@@ -182,8 +200,7 @@ void addConvert(CLI::App& program) {
     command->add_option("--size", options->size, "Width and height of raw frames in IN, as 1920x1080");
     command->add_option("--format", options->format, "Format of raw frames: in IN with --size, else in OUT");
     command->add_option("--to", options->to, "What OUT holds where its name does not say it: png ppm y4m or a format");
-    command->add_option("--sampling", options->sampling,
-                        "Of a .y4m made from pictures: 420 (default), 422, 411 or 444");
+    command->add_option("--sampling", options->sampling, "Of a .y4m: 420 (the default from pictures), 422, 411 or 444");
     command->add_option("--rate", options->rate,
                         "Frames a second that a .y4m says, as 30000/1001 (default: as IN, or 25)");
     command->add_option("--frames", options->frames, "Stop after so many frames")->check(CLI::Range(1, 1'000'000'000));
@@ -191,6 +208,10 @@ void addConvert(CLI::App& program) {
         ->check(CLI::IsMember(bayerNames()));
     command->add_option("--method", options->method, "How its colours are made: bilinear, vng or ahd (default)")
         ->check(CLI::IsMember(demosaicingMethods()));
+    auto* interlaced = command->add_flag("--interlaced", options->interlaced,
+                                         "Between 4:2:0 and 4:2:2: keep the chroma of the two fields apart");
+    command->add_flag("--filter", options->filter, "Between samplings: filter the chroma rows instead of copying them")
+        ->excludes(interlaced);
     command->add_flag("--verbose", options->verbose, "Say which export is used");
     command->footer(
         "Files: .png .ppm .pgm (out_%04d.png for one a frame), .y4m with 4:2:0, 4:2:2, 4:1:1 or 4:4:4, and raw frames "
@@ -202,9 +223,9 @@ void addConvert(CLI::App& program) {
         "Frames are\n"
         "read, converted and written one at a time. A frame of odd width or height is extended to whole chroma samples "
         "by\n"
-        "repeating its last column and row, and cut again afterwards. 4:2:0 frames change between planes and pairs "
-        "without\n"
-        "loss; nv21 is not made from pictures, and nv12 with the matrix 709 only made. v210, whose rows take whole "
+        "repeating its last column and row, and cut again afterwards. YCbCr frames change their sampling and layout "
+        "directly, luma untouched; nv21 is not made from pictures, and nv12 with the matrix 709 only made. v210, whose "
+        "rows take whole "
         "128\n"
         "bytes, becomes the 10-bit luma as it is (.png .pgm gray16) or saturated colours (rgb565 bgr565, which are not "
         "read).\n"

@@ -185,7 +185,7 @@ fails 'W4294967300 is no width' convert - out.png <<<'YUV4MPEG2 W4294967300 H4'
 fails 'no height' convert - out.png <<<'YUV4MPEG2 W4'
 fails 'truncated' convert clip.yuv out.png --size 65536x65536 --format i420
 fails 'more than 1024' convert - out.png <<<"YUV4MPEG2 W4 H4 $(head -c 1100 /dev/zero | tr '\0' X)"
-fails 'sampling is for' convert clip.y4m out.y4m --sampling 420
+fails 'has to be a picture' convert clip.y4m out.y4m --sampling 420
 fails 'matrix' convert clip.y4m out.y4m --matrix 601
 for rate in 0 abc 1:2:3; do fails 'frames a second' convert in.ppm out.y4m --rate $rate; done
 fails 'is a directory' convert . out.png
@@ -194,6 +194,35 @@ fails 'is a directory' convert . out.png
 cat frame_*.png | pxlcc convert - stream.rgb24 || wrong "PNG stream"
 same clip.rgb24 stream.rgb24
 { cat frame_001.png; echo garbage; } | pxlcc convert - stream.rgb24 2>stderr && wrong "garbage after a PNG is accepted"
+
+# convert: samplings and layouts without RGB, there and back; fields and filters on a height that fills no block.
+works convert in.ppm plain.i420
+works convert plain.i420 plain.i422 --size 19x10
+for route in yuy2 'yuy2 yvyu' 'yuy2 uyvy' 'uyvy yuy2' yvyu; do
+    last=i422
+    for next in $route i422; do
+        works convert plain.$last route.$next --size 19x10
+        mv route.$next plain.$next.new
+        [ $next = i422 ] || mv plain.$next.new plain.$next
+        last=$next
+    done
+    same plain.i422 plain.i422.new
+done
+works convert plain.i422 back.i420 --size 19x10
+same plain.i420 back.i420
+works convert plain.yuy2 wide.y4m --size 19x10
+works convert wide.y4m narrow.y4m --sampling 420
+[ "$(head -1 narrow.y4m)" = 'YUV4MPEG2 W19 H10 F25:1 Ip A1:1 C420jpeg' ] || wrong "header of a .y4m of another sampling"
+tail -n +2 narrow.y4m | tail -c +7 >narrow.i420
+same plain.i420 narrow.i420
+for option in --interlaced --filter; do
+    works convert gray.i420 gray.i422 --size 10x19 --frames 1 $option
+    [ "$(od -An -tu1 -w1 -v gray.i422 | sort -u | xargs)" = 128 ] || wrong "$option changes a gray frame"
+    fails "$option: no such conversion" convert plain.yuy2 out.uyvy --size 19x10 $option
+done
+pxlcc convert plain.i420 out.i422 --size 19x10 --interlaced --verbose 2>stderr && grep -q pxliYCbCr420To422_Interlace_8u_P3R stderr ||
+    wrong "--interlaced: $(cat stderr)"
+cmp -s out.i422 plain.i422 && wrong "--interlaced is ignored"
 
 # convert: 4:2:0 chroma between planes and pairs.
 works convert in.ppm direct.nv12
