@@ -28,14 +28,15 @@ extern "C" {
  * copied. Planes have one common step. Any width and height from 1.
  *
  * All arithmetic is in single precision, each operation rounded, in the order that the formulas show; that of a row's
- * whole groups and that of the pixels left over differ where the text says so. F is the largest sample (1 for floats),
- * mx and mn the largest and smallest of R, G, B, d = mx - mn. "Rounded" means to the nearest integer, ties to even, and
- * follows the caller's control word; "truncated" means towards 0 and follows nothing.
+ * whole groups and that of the pixels left over differ where the functions below say so. F is the largest sample (1 for
+ * floats), mx and mn the largest and smallest of R, G, B, d = mx - mn. "Rounded" means to the nearest integer, ties to
+ * even, and follows the caller's control word (but for L of 8u RGB to HLS, a sum of integers); "truncated" means
+ * towards 0 and follows nothing.
  *
  * `rcp(x)` is the processor's estimate of 1 / x, the instruction of 128 and 256 bits, with a relative error of at most
  * 1.5 * 2^-12. Its values differ between makers of processors: functions that use it give the same results on every
- * target of one processor, but across makers 8-bit results may differ by one code and 16-bit ones by up to 0.04 percent
- * of the value.
+ * target of one processor, but across makers 8-bit results may differ by one code and 16-bit ones by up to 0.08 percent
+ * of full scale.
  *
  * RGB to HLS (8u, 16u, 16s and 32f), BGR to HLS (8u)
  *

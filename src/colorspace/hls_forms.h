@@ -123,9 +123,12 @@ struct Trapezoid {
     PXL_INLINE F32<N> atDegrees(F32<N> hue) const {
         const auto way = wayTo(hue, 240);
         auto slope = add(low, mul(mul(sub(high, low), way), fill<F32<N>>(0.016666668f)));
-        // low itself, which the sum is not where high is no number
-        if constexpr (!Scale::kIntegers) slope = choose(greater(fill<F32<N>>(240.0f), hue), low, slope);
-        return choose(greater(fill<F32<N>>(60.0f), way), high, slope);
+        const auto top = choose(greater(fill<F32<N>>(60.0f), way), high, slope);
+        if constexpr (Scale::kIntegers) return top;
+        // 180 itself, which no code of the integers meets, belongs to the slope, whose sum may be a rounding above
+        // high. From 240 on it is low itself, which the sum is not where high is no number.
+        const auto falling = choose(greater(fill<F32<N>>(240.0f), hue), low, slope);
+        return choose(greater(fill<F32<N>>(180.0f), hue), falling, top);
     }
     PXL_INLINE F32<N> atSextants(F32<N> hue) const {
         const auto way = wayTo(hue, 4);

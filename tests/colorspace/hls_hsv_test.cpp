@@ -256,6 +256,16 @@ TEST(HuePinned, words) {
               repeated<Pxl16u>({21845, 65535, 65535}, 5));
 }
 
+// Hues on the borders of the sectors: 180 degrees belong to the falling side, whose factor 1/60 is rounded up.
+TEST(HuePinned, sectorBordersOfFloats) {
+    for (const int pixels : {1, 4, 9}) {
+        const auto all = [&](Pixel<Pxl32f> px) { return repeated(px, pixels); };
+        const float above = 0.75000006f;
+        EXPECT_EQ(converted(pxliHLSToRGB_32f_C3R, all({0.5f, 0.375f, 1})), all({0, above, 0.75f}));
+        EXPECT_EQ(converted(pxliHLSToRGB_32f_C3R, all({0, 0.375f, 1})), all({0.75f, 0, 0}));
+    }
+}
+
 // A range of the smallest difference from 1 is gray, the next one is not.
 TEST(HuePinned, almostGrayFloats) {
     const float epsilon = 0x1p-23f;
