@@ -164,7 +164,9 @@ bool startsWith(std::string_view text, std::string_view start) { return text.sub
 // pictures goes through it as well.
 std::optional<Peer> transformer(const Images& images) {
     const catalog::Export& function = images.function;
-    if (images.source.size() != 1) return std::nullopt;
+    const bool isSum = startsWith(function.name, "pxliColorToGray") || startsWith(function.name, "pxliRGBToGray") ||
+                       startsWith(function.name, "pxliColorTwist");
+    if (!isSum || images.source.size() != 1) return std::nullopt;
     const cv::Mat source = matOf(images.source[0], function.source.planes[0], images.size);
     const cv::Mat destination = matOf(images.destination[0], function.destination.planes[0], images.size);
     const int channels = source.channels();
