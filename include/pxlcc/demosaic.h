@@ -43,11 +43,13 @@ PXLCC_API PxlStatus pxliCFAToRGB_16u_C1C3R(const Pxl16u* pSrc, PxlRect srcRect, 
 
 /*
  * Interpolation with a variable number of gradients after Chang, Cheung and Pang (Color filter array recovery using a
- * threshold-based variable number of gradients, 1999), to B, G, R and a fourth sample that is not written.
+ * threshold-based variable number of gradients, 1999), to B, G, R and a fourth sample that keeps its value
+ * (whole groups of pixels read it and write it back).
  *
  * For each pixel, gradients in eight directions are measured in its 5x5 neighbourhood. Directions with a gradient below
- * the least one plus half the greatest one are averaged: a missing colour is the pixel's own sample plus the mean
- * difference of the two colours in these directions, rounded to nearest (ties to even) and saturated.
+ * the least one plus half the greatest one (rounded down, but at least 1) are averaged: a missing colour is the pixel's
+ * own sample plus the mean difference of the two colours in these directions, rounded to nearest (ties to even) and
+ * saturated.
  *
  * pGains points to three factors of the results B, G and R, each product rounded to nearest (ties to even) and
  * saturated; a factor that is not a number gives the largest sample. Null: no factors.
@@ -61,7 +63,7 @@ PXLCC_API PxlStatus pxliCFAToRGB_16u_C1C3R(const Pxl16u* pSrc, PxlRect srcRect, 
  *   pxlStatusSizeOverflow  a width or height above 2147483647 (only the functions with 64-bit sizes)
  *   pxlStatusBadSize       srcSize has a width or height below 5
  *   pxlStatusBadArgument   grid is no PxlBayerGrid
- * A rectangle with a width or height below 1, or beyond the image, is pxlStatusOk, and nothing is written.
+ * A rectangle with a width or height below 1, or right of or below the image, is pxlStatusOk, and nothing is written.
  */
 PXLCC_API PxlStatus pxliCFAToBGRA_VNG_8u_C1C4R(const Pxl8u* pSrc, PxlRect srcRect, PxlSize srcSize, int srcStep,
                                                const Pxl32f* pGains, Pxl8u* pDst, int dstStep, PxlBayerGrid grid);

@@ -231,7 +231,8 @@ PXLCC_API PxlStatus pxliReduceBits_8u1u_C1R(const Pxl8u* pSrc, int srcStep, Pxl8
  * destination overlap is converted like that as a whole, from left to right, each sample read before it is written.
  *
  * Samples that are NaN do not count in the maximum, for which an image of nothing else has minus infinity. They and
- * what a 32-bit integer does not hold (infinities, and samples above 1.3e36 in an image with a maximum like that)
+ * what a 32-bit integer does not hold (infinities, samples above 1.3e36 in an image with a maximum like that, and
+ * negative ones below some -8.4e6 times the maximum)
  * become 0. An infinite maximum makes all of the image 0.
  */
 PXLCC_API PxlStatus pxliToneMapLinear_32f8u_C1R(const Pxl32f* pSrc, int srcStep, Pxl8u* pDst, int dstStep,
@@ -245,7 +246,7 @@ PXLCC_API PxlStatus pxliToneMapLinear_32f8u_C1R(const Pxl32f* pSrc, int srcStep,
  * The mean is the sum of the samples in double precision (sixteen sums, sample x of a row to sum x mod 16, and these
  * from the first to the last) divided by width * height. That product is a 32-bit integer, which wraps for images of
  * 2^31 pixels and more. A sample that is NaN makes the mean NaN, an infinite one every finite sample 0.
- * Below a mean of 3.8e-37 no float holds f, which is infinite then: what is above 0 becomes 255.
+ * Below a mean of 3.7e-37 no float holds f, which is infinite then: what is above 0 becomes 255.
  */
 PXLCC_API PxlStatus pxliToneMapMean_32f8u_C1R(const Pxl32f* pSrc, int srcStep, Pxl8u* pDst, int dstStep,
                                               PxlSize roiSize);

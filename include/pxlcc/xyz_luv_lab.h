@@ -42,8 +42,8 @@ extern "C" {
  * Checks. C3 and AC4: pSrc, pDst (pxlStatusNullPointer); width, height (pxlStatusBadSize). P3: the arrays of planes and
  * steps, every plane pointer (pxlStatusNullPointer); width, height (pxlStatusBadSize). No other status but pxlStatusOk.
  *
- * Floating point. 8u, 16u and 16s results that are said to be rounded go to the nearest integer, ties to even, and
- * everything else follows the caller's control word too. Floats outside the ranges, infinities and NaN are no error:
+ * Floating point. 8u, 16u and 16s results that are said to be rounded go to the nearest integer, ties to even, in
+ * the caller's rounding mode if that is another one. Floats outside the ranges, infinities and NaN are no error:
  * they give what the formulas give, the same on every processor but for the sign and payload of a NaN.
  * RGBToLUV divides through the processor's own estimate of the reciprocal (and one Newton step), whose last bits differ
  * between makers of processors; its results do so by at most a few units in the last place of u' and v'.
@@ -52,10 +52,12 @@ extern "C" {
 /*
  * RGB to XYZ.
  *
- *  8u        (c0 * R + c1 * G + c2 * B) >> s without rounding. In groups of four pixels the coefficients are Q15 (s =
- * 15), in the last width mod 4 pixels of a row Q16 (s = 16), so that equal pixels may differ by one. 16u, 16s  In
- * single precision, towards zero. 32f       X and Y are stored as they are, Z alone is limited to 0..1: white gives
- * 0.950456, 1, 1. Z of NaN is 0.
+ * 8u: (c0 * R + c1 * G + c2 * B) >> s without rounding. In groups of four pixels the coefficients are Q15 (s = 15), in
+ * the last width mod 4 pixels of a row Q16 (s = 16), so that equal pixels may differ by one.
+ *
+ * 16u, 16s: in single precision, towards zero.
+ *
+ * 32f: X and Y are stored as they are, Z alone is limited to 0..1: white gives 0.950456, 1, 1. Z of NaN is 0.
  */
 PXLCC_API PxlStatus pxliRGBToXYZ_8u_C3R(const Pxl8u* pSrc, int srcStep, Pxl8u* pDst, int dstStep, PxlSize roiSize);
 PXLCC_API PxlStatus pxliRGBToXYZ_8u_AC4R(const Pxl8u* pSrc, int srcStep, Pxl8u* pDst, int dstStep, PxlSize roiSize);

@@ -19,8 +19,10 @@ extern "C" {
  *     Y = (R + 2G + B + 2) >> 2    Co = (R - B + 1) >> 1    Cg = (2G - R - B + 2) >> 2
  *     R = Y + Co - Cg              G = Y + Cg               B = Y - Co - Cg
  * Reversible (_Rev; the lifting form YCoCg-R), which gives back every pixel as it was if the planes hold Co and Cg,
- * which need one bit more than the samples: Co = R - B       t = B + (Co >> 1)    Cg = G - t           Y = t + (Cg >>
- * 1) t = Y - (Cg >> 1)    G = Cg + t       B = t - (Co >> 1)    R = B + Co
+ * which need one bit more than the samples:
+ *
+ *     Co = R - B           t = B + (Co >> 1)    Cg = G - t           Y = t + (Cg >> 1)
+ *     t = Y - (Cg >> 1)    G = Cg + t           B = t - (Co >> 1)    R = B + Co
  *
  * Shapes. Interleaved pixels on one side: C3 is three samples a pixel in the order of the name (R,G,B - B,G,R), C4 a
  * fourth besides, which encoders ignore and decoders set to `aval`. SBGR is BGR of signed 16-bit samples. On the other

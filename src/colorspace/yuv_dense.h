@@ -26,7 +26,7 @@ PlanarView<T, 3> denseYuv(T* const* p, PxlSize size) {
     return {{{p[0], size.width}, {p[1], chroma}, {p[2], chroma}}};
 }
 
-// 4:2:2 images of some size are one long row. The product is one of 32 bits, as it always was: an image of 2^32 pixels
+// 4:2:2 images of some size are one long row. The product is one of 32 bits: an image of 2^32 pixels
 // goes row by row.
 template <class Kernel, class... Views>
 PxlStatus eachDenseRow(PxlSize size, Kernel kernel, Views... views) {

@@ -5,7 +5,7 @@
 namespace pxl {
 namespace {
 
-// Of a table that nowhere falls.
+// A table that falls somewhere, as those of a few level counts do, is never in sixteenths.
 ByteMap mapOf(const Pxl8u (&table)[256]) {
     ByteMap map;
     __builtin_memcpy(map.table, table, 256);
