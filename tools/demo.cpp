@@ -6,6 +6,7 @@
 #include <iostream>
 
 #include "call.h"
+#include "chroma_rows.h"
 #include "commands.h"
 #include "demosaic.h"
 #include "dithering.h"
@@ -300,6 +301,7 @@ void demo(const std::string& folder, const std::string& image) {
     demonstrateDemosaicing(source, folder);
     demo.writeContactSheet();
     writePicture((std::filesystem::path(folder) / "hue-wheels.png").string(), drawHueWheels());
+    writePicture((std::filesystem::path(folder) / "chroma-rows.png").string(), drawChromaRows());
     writePicture((std::filesystem::path(folder) / "ditherings.png").string(), drawDitherings(source));
     if (image.empty())
         std::cout << "The drawn scene is hard on shared chroma: it has stripes one pixel wide in opposite colours.\n"

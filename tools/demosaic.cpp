@@ -69,15 +69,6 @@ std::vector<PxlRect> tellingPlaces(const Image& truth, const Image& worse, const
     return chosen;
 }
 
-// Every pixel as a square of `zoom` pixels.
-void drawZoomed(Image& sheet, int left, int top, const Image& picture, PxlRect area, int zoom) {
-    for (int y = 0; y < area.height; ++y)
-        for (int x = 0; x < area.width; ++x) {
-            const auto* p = picture.plane(0).row(area.y + y) + 3 * (area.x + x);
-            fillRectangle(sheet, {left + x * zoom, top + y * zoom, zoom, zoom}, {p[0], p[1], p[2]});
-        }
-}
-
 void line(const std::string& title, const Distance& error, double nanoseconds) {
     std::cout << std::left << std::setw(22) << title << std::right << std::fixed << std::setprecision(1) << std::setw(9)
               << error.rgb << std::setw(9) << error.luma << std::setw(11) << error.colour << std::setw(11)

@@ -89,4 +89,12 @@ void drawThumbnail(Image& picture, PxlRect area, const Image& original) {
     }
 }
 
+void drawZoomed(Image& sheet, int left, int top, const Image& picture, PxlRect area, int zoom) {
+    for (int y = 0; y < area.height; ++y)
+        for (int x = 0; x < area.width; ++x) {
+            const auto* p = picture.plane(0).row(area.y + y) + 3 * (area.x + x);
+            fillRectangle(sheet, {left + x * zoom, top + y * zoom, zoom, zoom}, {p[0], p[1], p[2]});
+        }
+}
+
 }  // namespace pxl::tool

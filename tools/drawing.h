@@ -24,4 +24,7 @@ int textWidth(std::string_view text, int scale = 1);
 // Draws a picture averaged down so that it fits into the area (never up), at its top left.
 void drawThumbnail(Image& picture, PxlRect area, const Image& original);
 
+// Draws an area of a picture of RGB bytes with every pixel as a square of `zoom` pixels.
+void drawZoomed(Image& sheet, int left, int top, const Image& picture, PxlRect area, int zoom);
+
 }  // namespace pxl::tool
