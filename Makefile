@@ -30,6 +30,7 @@ demo:
 	@echo
 	@echo "Open $(DEMO)/contact-sheet.png: all conversions at a glance. Beside it, for each conversion NAME of the table:"
 	@echo "NAME.png (there and back), NAME-between.png (the samples in between), NAME-difference-*.png (amplified)."
+	@echo "hue-wheels.png, ditherings.png, demosaic-zoom.png and chroma-rows.png show what no table tells."
 
 test:
 	@scripts/install-packages build

@@ -35,6 +35,7 @@ PxlStatus apply(const catalog::Export& function, const Image& source, Image& des
     arguments.noise = extras.noise;
     arguments.levels = extras.levels;
     arguments.threshold = extras.threshold;
+    arguments.layoutCode = static_cast<std::uint32_t>(extras.part);
     arguments.grid = extras.grid;
     if (!extras.gains.empty()) arguments.gains = extras.gains.data();
     if (!extras.matrix.empty()) arguments.matrix = extras.matrix.data();

@@ -20,6 +20,7 @@ struct Extras {
     double rangeLow = 0;
     double rangeHigh = 1;
     int ditherType = pxlDitherNone, noise = 0, levels = 16, threshold = 127;
+    int part = 1;  // of a larger picture, as the two filters take it
     int grid = pxlBayRGGB;
     std::vector<float> gains;  // empty: none
 };

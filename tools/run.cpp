@@ -18,7 +18,7 @@ namespace {
 
 struct RunOptions {
     std::string function, in, out;
-    std::string size, alpha, weights, matrixFile, range, dither, noise, levels, threshold;
+    std::string size, alpha, weights, matrixFile, range, dither, noise, levels, threshold, part;
     std::string bayer, gains;
     int repeat = 0;
 };
@@ -130,6 +130,7 @@ Extras readExtras(const catalog::Export& function, const RunOptions& options) {
     if (takes(Role::levels, options.levels, "--levels")) extras.levels = whole(options.levels, "--levels");
     if (takes(Role::threshold, options.threshold, "--threshold"))
         extras.threshold = whole(options.threshold, "--threshold");
+    if (takes(Role::layoutCode, options.part, "--part")) extras.part = whole(options.part, "--part");
     if (takes(Role::grid, options.bayer, "--bayer"))
         extras.grid = bayerGrid(options.bayer);
     else if (function.has(Role::grid))
@@ -210,6 +211,10 @@ void addRun(CLI::App& program) {
     command->add_option("--noise", options->noise, "Noise of dithering, 0..100 percent (default: 0)");
     command->add_option("--levels", options->levels, "Levels, 2..256 (default: 16)");
     command->add_option("--threshold", options->threshold, "Threshold of single bits (default: 127)");
+    command
+        ->add_option("--part", options->part,
+                     "Which part of a larger picture the region is: 1 (the default) or 21 (a whole one)")
+        ->check(CLI::IsMember({"1", "21"}));
     command->add_option("--bayer", options->bayer, "Colours of a sensor's first pixels: rggb, bggr, grbg or gbrg");
     command->add_option("--gains", options->gains, "Three factors b,g,r of what pxliCFAToBGRA_VNG makes");
     command->add_option("--repeat", options->repeat, "Run it so many times more and print the time")

@@ -208,6 +208,9 @@ for route in yuy2 'yuy2 yvyu' 'yuy2 uyvy' 'uyvy yuy2' yvyu; do
     done
     same plain.i422 plain.i422.new
 done
+head -c 24 /dev/zero >flat.raw
+works run pxliYCbCr420ToYCrCb420_Filter_8u_P2P3R flat.raw --size 4x4 -o smooth.raw --part 21
+fails '--part' run pxliRGBToYCbCr_8u_C3R in.ppm -o out.png --part 1
 works convert plain.i422 back.i420 --size 19x10
 same plain.i420 back.i420
 works convert plain.yuy2 wide.y4m --size 19x10
