@@ -84,7 +84,7 @@ bool same(T a, T b) {
 template <class T>
 void compare(Call& call) {
     const Member member{call.function};
-    const auto [width, height] = call.arguments.size;
+    const int width = call.arguments.size.width, height = call.arguments.size.height;
     const bool four = call.function.destination.planes.size() == 4 || call.function.destination.planes[0].channels == 4;
     const bool keepsFourth = call.function.source.layout == "AC4" && call.function.destination.layout == "AC4";
     const int groups = width / member.group * member.group;

@@ -199,7 +199,8 @@ TYPED_TEST(AhdDemosaicing, likeTheModel) {
         const int width = i < 8 ? 2 + i : 30 + 11 * (i % 5), height = i < 8 ? 2 + random.below(6) : 20 + i;
         auto image = mosaic<TypeParam>(width, height, grid, rings);
         for (TypeParam& sample : image.samples) {
-            sample = static_cast<TypeParam>(i % 3 == 0 ? random.next() : std::min(255, sample + random.below(9)));
+            sample = i % 3 == 0 ? static_cast<TypeParam>(random.next())
+                                : static_cast<TypeParam>(std::min(255, sample + random.below(9)));
         }
         auto expected = model(image);
         int different = 0;
