@@ -15,6 +15,7 @@ PRESET ?= release
 PREFIX ?= /usr/local
 DEMO ?= out/demo
 TEST_TIMEOUT ?= 600
+JOBS ?= $(shell nproc)
 BUILD = build/$(PRESET)
 
 .PHONY: help demo test bench performance accuracy install format format-check clean
@@ -36,7 +37,7 @@ test:
 	@scripts/install-packages build
 	cmake --preset $(PRESET) >/dev/null
 	cmake --build $(BUILD)
-	ctest --test-dir $(BUILD) --output-on-failure --no-tests=error --timeout $(TEST_TIMEOUT)
+	ctest --test-dir $(BUILD) --parallel $(JOBS) --output-on-failure --no-tests=error --timeout $(TEST_TIMEOUT)
 
 bench: PRESET = bench
 bench:
