@@ -89,8 +89,9 @@ constexpr TypeInfo infoOf(bool afterSize) {
     }
 }
 
+// Codes that no enumerator has are handed over as well: C programs can, and the functions answer them with a status.
 template <class T>
-T argument(const Value& value) {
+__attribute__((no_sanitize("enum"))) T argument(const Value& value) {
     if constexpr (std::is_same_v<T, PxlSize>) {
         return value.size;
     } else if constexpr (std::is_same_v<T, PxlSizeL>) {

@@ -3,6 +3,8 @@
 #include <algorithm>
 #include <cmath>
 #include <cstdlib>
+#include <limits>
+#include <type_traits>
 
 #include "drawing.h"
 
@@ -35,7 +37,17 @@ Image withElement(const Image& picture, Element element) {
     const std::int64_t count = shape.rowSamples(picture.size().width) * picture.size().height;
     withSamples(shape.element, picture.plane(0).first, [&](const auto* from) {
         withSamples(element, result.plane(0).first, [&]<class Sample>(Sample* to) {
-            for (std::int64_t i = 0; i < count; ++i) to[i] = static_cast<Sample>(from[i] * scale + half);
+            for (std::int64_t i = 0; i < count; ++i) {
+                const double value = from[i] * scale + half;
+                if constexpr (std::is_integral_v<Sample>) {  // floats of any size, and NaN as 0
+                    using Limits = std::numeric_limits<Sample>;
+                    to[i] = !(value > Limits::min()) ? Limits::min()
+                            : value >= Limits::max() ? Limits::max()
+                                                     : static_cast<Sample>(value);
+                } else {
+                    to[i] = static_cast<Sample>(value);
+                }
+            }
         });
     });
     return result;
