@@ -18,20 +18,12 @@ const YcocgKernels& kernels() {
 // to some and nothing to do to others: deliberate.
 constexpr PxlStatus kEmptyIsBad = pxlStatusBadSize, kEmptyIsOk = pxlStatusOk;
 
-// Rows without gaps between them, in an image of kChannels and in planes.
-template <int kChannels, class Sample, class PlaneSample>
-bool dense(PxlSize size, int step, int planeStep) {
-    return step == kChannels * Index{size.width} * Index{sizeof(Sample)} &&
-           planeStep == Index{size.width} * Index{sizeof(PlaneSample)};
-}
-
 template <int kChannels, class Sample, class PlaneSample>
 PxlStatus toPlanes(PxlStatus ofEmpty, YcocgKernels::ToPlanes<Sample, PlaneSample> kernel, const Sample* pSrc,
                    int srcStep, PlaneSample* const* pDst, int dstStep, PxlSize roiSize) {
     if (const PxlStatus bad = firstBad(notNull(pSrc, pDst), noNullIn<3>(pDst))) return bad;
     if (firstBad(atLeast(roiSize, 1, 1))) return ofEmpty;
-    return eachRun(dense<kChannels, Sample, PlaneSample>(roiSize, srcStep, dstStep), roiSize, kernel,
-                   view(pSrc, srcStep), planes<3>(pDst, dstStep));
+    return eachRunOfGroups<1>(roiSize, kernel, packed<kChannels>(pSrc, srcStep), planes<3>(pDst, dstStep));
 }
 
 // With the value of the fourth channel, if there is one.
@@ -40,8 +32,8 @@ PxlStatus fromPlanes(PxlStatus ofEmpty, Kernel kernel, const PlaneSample* const*
                      int dstStep, PxlSize roiSize, Alpha... aval) {
     if (const PxlStatus bad = firstBad(notNull(pSrc, pDst), noNullIn<3>(pSrc))) return bad;
     if (firstBad(atLeast(roiSize, 1, 1))) return ofEmpty;
-    return eachRun(dense<3 + sizeof...(aval), Sample, PlaneSample>(roiSize, dstStep, srcStep), roiSize, kernel,
-                   planes<3>(pSrc, srcStep), view(pDst, dstStep), same(aval)...);
+    return eachRunOfGroups<1>(roiSize, kernel, planes<3>(pSrc, srcStep), packed<3 + sizeof...(aval)>(pDst, dstStep),
+                              same(aval)...);
 }
 
 }  // namespace

@@ -115,9 +115,6 @@ bool chromaIsDense(const PlanesOut& chroma, Index samples) { return isDense(chro
 bool chromaIsDense(const Pairs& chroma, Index samples) { return isDense(chroma, 2 * samples); }
 bool chromaIsDense(const PairsOut& chroma, Index samples) { return isDense(chroma, 2 * samples); }
 
-void copyPlanes(Kernels::Planes src, Kernels::PlanesOut dst, Index samples) {
-    for (int i = 0; i < 2; ++i) std::memcpy(dst.plane[i], src.plane[i], static_cast<std::size_t>(samples));
-}
 auto chromaKernels(const Planes&, const PlanesOut&) {
     auto table = kernels().planesToPlanes;
     table.copy = copyPlanes;

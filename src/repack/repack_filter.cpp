@@ -27,10 +27,6 @@ using SemiPlanar = SemiPlanarImage<const Pxl8u>;
 // Whole blocks of the region.
 PxlSize cut(PxlSize size, int columns, int rows) { return {size.width / columns * columns, size.height / rows * rows}; }
 
-void copyPlanes(RepackKernels::Planes src, RepackKernels::PlanesOut dst, Index samples) {
-    for (int i = 0; i < 2; ++i) std::memcpy(dst.plane[i], src.plane[i], static_cast<std::size_t>(samples));
-}
-
 // ---- fields: even rows are the top field, odd rows the bottom field, of luma and of 4:2:0 chroma alike
 
 PxlStatus oddSizeUnlessFourRows(PxlSize size) {
@@ -113,9 +109,18 @@ PxlStatus multiplesOf4(PxlSize size) {
     return size.width >= 4 && size.height >= 4 && (size.width | size.height) % 4 == 0 ? pxlStatusOk : pxlStatusBadSize;
 }
 
-PxlStatus badPlanes(const Pxl8u* const pSrc[3], const Pxl8u* const pDst[3], PxlSize size) {
-    return firstBad(notNull(pSrc, pDst), noNullIn<3>(pSrc), noNullIn<3>(pDst),
-                    Check{[&] { return multiplesOf4(size); }});
+// The checks, the luma, and then convert(source, destination) for the chroma planes.
+template <class Convert>
+PxlStatus eachChroma(const Pxl8u* const pSrc[3], const int srcStep[3], Pxl8u* const pDst[3], const int dstStep[3],
+                     PxlSize roiSize, const Convert& convert) {
+    if (const PxlStatus bad = firstBad(notNull(pSrc, pDst), noNullIn<3>(pSrc), noNullIn<3>(pDst),
+                                       Check{[&] { return multiplesOf4(roiSize); }}))
+        return bad;
+    const auto from = planesCbCr(pSrc, srcStep);
+    const auto to = planesCbCr(pDst, dstStep);
+    copyRows(from.luma, to.luma, roiSize.width, roiSize.height);
+    convert(from.chroma, to.chroma);
+    return pxlStatusOk;
 }
 
 }  // namespace
@@ -261,57 +266,45 @@ PxlStatus pxliYCbCr420ToYCrCb420_Filter_8u_P2P3R(const Pxl8u* pSrcY, int srcYSte
 
 PxlStatus pxliYCbCr1620To420_8u_P3R(const Pxl8u* pSrc[3], int srcStep[3], Pxl8u* pDst[3], int dstStep[3],
                                     PxlSize roiSize) {
-    if (const PxlStatus bad = badPlanes(pSrc, pDst, roiSize)) return bad;
-    const auto from = planesCbCr(pSrc, srcStep);
-    const auto to = planesCbCr(pDst, dstStep);
-    copyRows(from.luma, to.luma, roiSize.width, roiSize.height);
-    const Index last = roiSize.height / 4 - 1;
-    for (int i = 0; i < 2; ++i) {
-        const auto& src = from.chroma.plane[i];
-        const auto& dst = to.chroma.plane[i];
-        for (Index k = 0; k <= last; ++k) {
-            kernels().doubled(src.row(k), src.row(std::min(k + 1, last)), dst.row(2 * k), dst.row(2 * k + 1),
-                              roiSize.width / 4);
+    return eachChroma(pSrc, srcStep, pDst, dstStep, roiSize, [=](const auto& from, const auto& to) {
+        const Index last = roiSize.height / 4 - 1;
+        for (int i = 0; i < 2; ++i) {
+            const auto& src = from.plane[i];
+            const auto& dst = to.plane[i];
+            for (Index k = 0; k <= last; ++k) {
+                kernels().doubled(src.row(k), src.row(std::min(k + 1, last)), dst.row(2 * k), dst.row(2 * k + 1),
+                                  roiSize.width / 4);
+            }
         }
-    }
-    return pxlStatusOk;
+    });
 }
 
 PxlStatus pxliYCbCr420To1620_8u_P3R(const Pxl8u* pSrc[3], int srcStep[3], Pxl8u* pDst[3], int dstStep[3],
                                     PxlSize roiSize) {
-    if (const PxlStatus bad = badPlanes(pSrc, pDst, roiSize)) return bad;
-    const auto from = planesCbCr(pSrc, srcStep);
-    const auto to = planesCbCr(pDst, dstStep);
-    copyRows(from.luma, to.luma, roiSize.width, roiSize.height);
-    for (Index k = 0; k < roiSize.height / 4; ++k) {
-        plainKernels().planesToPlanes.firstOfTwo(from.chroma.row(2 * k), to.chroma.row(k), roiSize.width / 4);
-    }
-    return pxlStatusOk;
+    return eachChroma(pSrc, srcStep, pDst, dstStep, roiSize, [=](const auto& from, const auto& to) {
+        for (Index k = 0; k < roiSize.height / 4; ++k) {
+            plainKernels().planesToPlanes.firstOfTwo(from.row(2 * k), to.row(k), roiSize.width / 4);
+        }
+    });
 }
 
 PxlStatus pxliYCbCr411To420_8u_P3R(const Pxl8u* pSrc[3], int srcStep[3], Pxl8u* pDst[3], int dstStep[3],
                                    PxlSize roiSize) {
-    if (const PxlStatus bad = badPlanes(pSrc, pDst, roiSize)) return bad;
-    const auto from = planesCbCr(pSrc, srcStep);
-    const auto to = planesCbCr(pDst, dstStep);
-    copyRows(from.luma, to.luma, roiSize.width, roiSize.height);
-    for (Index k = 0; k < roiSize.height / 2; ++k) {
-        kernels().meanTwice(from.chroma.row(2 * k), from.chroma.row(2 * k + 1), to.chroma.row(k), roiSize.width / 4);
-    }
-    return pxlStatusOk;
+    return eachChroma(pSrc, srcStep, pDst, dstStep, roiSize, [=](const auto& from, const auto& to) {
+        for (Index k = 0; k < roiSize.height / 2; ++k) {
+            kernels().meanTwice(from.row(2 * k), from.row(2 * k + 1), to.row(k), roiSize.width / 4);
+        }
+    });
 }
 
 PxlStatus pxliYCbCr420To411_8u_P3R(const Pxl8u* pSrc[3], int srcStep[3], Pxl8u* pDst[3], int dstStep[3],
                                    PxlSize roiSize) {
-    if (const PxlStatus bad = badPlanes(pSrc, pDst, roiSize)) return bad;
-    const auto from = planesCbCr(pSrc, srcStep);
-    const auto to = planesCbCr(pDst, dstStep);
-    copyRows(from.luma, to.luma, roiSize.width, roiSize.height);
-    const Index last = roiSize.height / 2 - 1;
-    for (Index k = 0; k <= last; ++k) {
-        const auto upper = from.chroma.row(k), lower = from.chroma.row(std::min(k + 1, last));
-        plainKernels().planesToPlanes.firstOfTwo(upper, to.chroma.row(2 * k), roiSize.width / 4);
-        kernels().meanOfEverySecond(upper, lower, to.chroma.row(2 * k + 1), roiSize.width / 4);
-    }
-    return pxlStatusOk;
+    return eachChroma(pSrc, srcStep, pDst, dstStep, roiSize, [=](const auto& from, const auto& to) {
+        const Index last = roiSize.height / 2 - 1;
+        for (Index k = 0; k <= last; ++k) {
+            const auto upper = from.row(k), lower = from.row(std::min(k + 1, last));
+            plainKernels().planesToPlanes.firstOfTwo(upper, to.row(2 * k), roiSize.width / 4);
+            kernels().meanOfEverySecond(upper, lower, to.row(2 * k + 1), roiSize.width / 4);
+        }
+    });
 }
