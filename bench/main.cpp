@@ -12,6 +12,7 @@
 #include <stdexcept>
 
 #include "measure.h"
+#include "record.h"
 #include "report.h"
 
 namespace pxl::bench {
@@ -23,6 +24,7 @@ struct Options {
     std::string size = "all";
     Dithering dithering;
     bool listOnly = false;
+    std::string record;  // file
 };
 
 // 320 x 240, or fewer rows where both images would not fit into three quarters of a second-level cache.
@@ -104,12 +106,15 @@ void fillIn(std::vector<Place>& places) {
             const auto same = std::ranges::find(places.back().results, result.function, &Result::function);
             if (same == places.back().results.end()) continue;
             result.distance = same->distance;
-            for (auto& [library, peer] : result.peers) peer.distance = same->peers.at(library).distance;
+            for (auto& [library, peer] : result.peers) {
+                peer.distance = same->peers.at(library).distance;
+                peer.fromOurs = same->peers.at(library).fromOurs;
+            }
         }
     }
 }
 
-void compareAll(const std::vector<const catalog::Export*>& functions, const Options& options) {
+void compareAll(const std::vector<const catalog::Export*>& functions, const Options& options, Record& record) {
     std::vector<Comparison> comparisons;
     std::int64_t largest = 0;
     for (std::size_t at = 0; at < functions.size();) {  // family by family, size by size
@@ -126,8 +131,8 @@ void compareAll(const std::vector<const catalog::Export*>& functions, const Opti
     }
     const Arena arena(largest);
     const double seconds = std::min(options.seconds / static_cast<double>(comparisons.size()), 1.0);
-    std::vector<Place> places;
-    for (const SizeClass& size : kSizes) places.push_back({size.title, {}});
+    std::vector<Place>& places = record.places;
+    for (const SizeClass& size : kSizes) places.push_back({size.option, size.title, {}});
     std::vector<double> spreads;
     std::vector<Result> results;
     for (std::size_t i = 0; i < comparisons.size(); ++i) {
@@ -148,15 +153,16 @@ void compareAll(const std::vector<const catalog::Export*>& functions, const Opti
     fillIn(places);
     std::erase_if(places, [](const Place& place) { return place.results.empty(); });
     printSummary(places);
-    std::cout << "The best round stands in the tables. The median round took " << std::lround(median(spreads) * 100)
+    record.spread = median(spreads);
+    std::cout << "The best round stands in the tables. The median round took " << std::lround(record.spread * 100)
               << " % longer (median of all measurements): the less, the quieter was the machine.\n\n";
 }
 
-void timeTiles(const std::vector<const catalog::Export*>& functions, const Dithering& dithering) {
+void timeTiles(const std::vector<const catalog::Export*>& functions, const Dithering& dithering, Record& record) {
     constexpr PxlSize kTile = {16, 16};
     constexpr double kSeconds = 0.02;
     const Arena arena(1 << 20);
-    std::vector<TileTime> times;
+    std::vector<TileTime>& times = record.tiles;
     for (const catalog::Export* function : functions) {
         TileTime time = {function, {}};
         std::ranges::copy(callTimes(arena, *function, kTile, dithering, kSeconds), time.nanoseconds);
@@ -173,8 +179,10 @@ void run(const Options& options) {
         return;
     }
     printSetting();
-    if (options.size != "tile") compareAll(functions, options);
-    if (options.size == "all" || options.size == "tile") timeTiles(functions, options.dithering);
+    Record record;
+    if (options.size != "tile") compareAll(functions, options, record);
+    if (options.size == "all" || options.size == "tile") timeTiles(functions, options.dithering, record);
+    if (!options.record.empty()) write(record, options.record);
 }
 
 }  // namespace
@@ -198,6 +206,7 @@ int main(int argc, char** argv) {
     app.add_option("--dither", options.dithering.type, "how ReduceBits dithers: none, fs, jjn, stucki or bayer")
         ->transform(CLI::CheckedTransformer(dithers));
     app.add_option("--noise", options.dithering.noise, "percent of noise in that")->check(CLI::Range(0, 100));
+    app.add_option("--json", options.record, "a file for all figures, besides the tables on standard output");
     app.add_flag("--list", options.listOnly, "only the names");
     CLI11_PARSE(app, argc, argv);
     try {

@@ -1,11 +1,8 @@
 #include "report.h"
 
-#include <unistd.h>
-
 #include <algorithm>
 #include <cmath>
 #include <cstdio>
-#include <fstream>
 #include <iostream>
 #include <utility>
 
@@ -57,14 +54,6 @@ std::string ratios(const Result& result, Ratio ratio) {
     const auto [sse42, avx2, avx512] = result.nanoseconds;
     if (avx512 > 0) return number(ratio(avx512), 2) + " (" + number(ratio(avx2), 2) + ")";
     return number(ratio(avx2 > 0 ? avx2 : sse42), 2);
-}
-
-std::string processorName() {
-    std::ifstream file("/proc/cpuinfo");
-    for (std::string line; std::getline(file, line);) {
-        if (line.starts_with("model name")) return line.substr(line.find(':') + 2);
-    }
-    return "unknown processor";
 }
 
 }  // namespace
@@ -200,16 +189,10 @@ void printTiles(const std::vector<TileTime>& times) {
 }
 
 void printSetting() {
-    std::cout << "Processor: " << processorName();
-    if (const long cache = sysconf(_SC_LEVEL2_CACHE_SIZE); cache > 0) {
-        std::cout << ", second-level cache " << cache / 1024 << " KiB";
-    }
-#ifdef __clang__
-    std::cout << ". Compiler: " << __VERSION__;
-#else
-    std::cout << ". Compiler: GCC " << __VERSION__;
-#endif
-    std::cout << ". One thread. Others:";
+    const Setting setting = thisSetting();
+    std::cout << "Processor: " << setting.processor;
+    if (setting.cacheKilobytes > 0) std::cout << ", second-level cache " << setting.cacheKilobytes << " KiB";
+    std::cout << ". Compiler: " << setting.compiler << ". One thread. Others:";
     const char* separator = " ";
     for (const PeerLibrary& library : peerLibraries()) {
         std::cout << separator << library.name << (library.version.empty() ? "" : " ") << library.version;

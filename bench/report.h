@@ -4,6 +4,7 @@
 #include <vector>
 
 #include "compare.h"
+#include "record.h"
 
 namespace pxl::bench {
 
@@ -16,18 +17,9 @@ void printTimes(const char* sizeTitle, const std::vector<Result>& results);
 // What the other libraries were asked to do, and how near to the equation everybody came.
 void printPeers(const std::vector<Result>& results);
 
-// All results of one size.
-struct Place {
-    const char* title;
-    std::vector<Result> results;
-};
 // For each place and target the geometric mean of the best peer's time over ours, and the rows that are behind.
 void printSummary(const std::vector<Place>& places);
 
-struct TileTime {
-    const catalog::Export* function;
-    double nanoseconds[std::size(kTargets)];  // of one call
-};
 void printTiles(const std::vector<TileTime>& times);
 
 }  // namespace pxl::bench

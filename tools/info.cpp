@@ -9,6 +9,7 @@
 #include "commands.h"
 #include "error.h"
 #include "frame/target.h"
+#include "list_json.h"
 #include "pxlcore.h"
 
 namespace pxl::tool {
@@ -47,22 +48,29 @@ bool contains(std::string_view text, std::string_view part) {
     return std::search(text.begin(), text.end(), part.begin(), part.end(), same) != text.end();
 }
 
+std::vector<const catalog::Export*> matching(const std::string& text) {
+    std::vector<const catalog::Export*> functions;
+    for (const auto& function : catalog::all()) {
+        if (contains(function.name, text) || contains(function.summary, text) || contains(function.family, text))
+            functions.push_back(&function);
+    }
+    if (functions.empty()) fail("no export, summary or family contains \"", text, "\"");
+    return functions;
+}
+
 void list(const std::string& text) {
     std::string_view family;
-    for (const auto& function : catalog::all()) {
-        if (!contains(function.name, text) && !contains(function.summary, text) && !contains(function.family, text))
-            continue;
-        if (function.family != family) {
-            std::cout << (family.empty() ? "" : "\n") << function.family << '\n';
-            family = function.family;
+    for (const auto* function : matching(text)) {
+        if (function->family != family) {
+            std::cout << (family.empty() ? "" : "\n") << function->family << '\n';
+            family = function->family;
         }
-        const std::string layouts = function.inPlace
-                                        ? "in place, " + describe(function.destination)
-                                        : describe(function.source) + " -> " + describe(function.destination);
-        std::cout << "  " << std::left << std::setw(46) << function.name << "  " << std::setw(36) << layouts << "  "
-                  << function.summary << '\n';
+        const std::string layouts = function->inPlace
+                                        ? "in place, " + describe(function->destination)
+                                        : describe(function->source) + " -> " + describe(function->destination);
+        std::cout << "  " << std::left << std::setw(46) << function->name << "  " << std::setw(36) << layouts << "  "
+                  << function->summary << '\n';
     }
-    if (family.empty()) fail("no export, summary or family contains \"", text, "\"");
 }
 
 }  // namespace
@@ -76,7 +84,9 @@ void addList(CLI::App& program) {
     auto* command = program.add_subcommand("list", "List the exports: name, layouts and one line each");
     auto text = std::make_shared<std::string>();
     command->add_option("TEXT", *text, "Only exports whose name, summary or family contains this");
-    command->callback([text] { list(*text); });
+    auto json = std::make_shared<bool>(false);
+    command->add_flag("--json", *json, "For programs: all that is known of each, with the answers to wrong arguments");
+    command->callback([text, json] { *json ? printAsJson(matching(*text)) : list(*text); });
 }
 
 }  // namespace pxl::tool
