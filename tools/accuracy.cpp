@@ -4,10 +4,10 @@
 #include <cstdio>
 #include <cstring>
 
-#include "call.h"
 #include "cie.h"
 #include "commands.h"
 #include "error.h"
+#include "exports.h"
 
 namespace pxl::tool {
 

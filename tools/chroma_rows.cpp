@@ -3,8 +3,8 @@
 #include <string>
 #include <vector>
 
-#include "call.h"
 #include "drawing.h"
+#include "exports.h"
 
 namespace pxl::tool {
 

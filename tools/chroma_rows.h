@@ -1,6 +1,6 @@
 #pragma once
 
-#include "image.h"
+#include "raster.h"
 
 namespace pxl::tool {
 

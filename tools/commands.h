@@ -2,8 +2,12 @@
 #pragma once
 
 #include <CLI/CLI.hpp>
+#include <memory>
 
 namespace pxl::tool {
+
+// All of them: what the program parses, and what its help is made of. The commands run as callbacks of parse().
+std::unique_ptr<CLI::App> commandLine();
 
 void addInfo(CLI::App& program);
 void addList(CLI::App& program);

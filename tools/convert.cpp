@@ -2,10 +2,10 @@
 #include <charconv>
 #include <optional>
 
-#include "call.h"
 #include "commands.h"
 #include "demosaic.h"
 #include "error.h"
+#include "exports.h"
 #include "frames.h"
 #include "progress.h"
 #include "relayout.h"

@@ -5,14 +5,14 @@
 #include <iomanip>
 #include <iostream>
 
-#include "call.h"
 #include "chroma_rows.h"
 #include "commands.h"
 #include "demosaic.h"
+#include "difference.h"
 #include "dithering.h"
 #include "drawing.h"
 #include "error.h"
-#include "measure.h"
+#include "exports.h"
 #include "pictures.h"
 #include "scene.h"
 

@@ -4,10 +4,10 @@
 #include <iomanip>
 #include <iostream>
 
-#include "call.h"
+#include "difference.h"
 #include "drawing.h"
 #include "error.h"
-#include "measure.h"
+#include "exports.h"
 #include "pictures.h"
 
 namespace pxl::tool {

@@ -2,8 +2,8 @@
 
 #include <cstring>
 
-#include "call.h"
 #include "drawing.h"
+#include "exports.h"
 
 namespace pxl::tool {
 

@@ -4,7 +4,7 @@
 #include <map>
 #include <string>
 
-#include "image.h"
+#include "raster.h"
 
 namespace pxl::tool {
 

@@ -3,7 +3,7 @@
 
 #include <string_view>
 
-#include "image.h"
+#include "raster.h"
 
 namespace pxl::tool {
 

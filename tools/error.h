@@ -1,9 +1,9 @@
 // How the program says that something is wrong: one line on standard error.
 #pragma once
 
-#include <iostream>
 #include <sstream>
 #include <stdexcept>
+#include <string>
 
 namespace pxl::tool {
 
@@ -13,18 +13,24 @@ struct Error : std::runtime_error {
 };
 
 template <class... Parts>
-[[noreturn]] void fail(const Parts&... parts) {
+std::string joined(const Parts&... parts) {
     std::ostringstream text;
     (text << ... << parts);
-    throw Error(text.str());
+    return text.str();
 }
+
+template <class... Parts>
+[[noreturn]] void fail(const Parts&... parts) {
+    throw Error(joined(parts...));
+}
+
+// One line after "pxlcc: ". Names of files may hold any byte: control characters become \x1b and the like.
+void printLine(const std::string& text);
 
 // Something worth knowing that does not end the command.
 template <class... Parts>
 void note(const Parts&... parts) {
-    std::ostringstream text;
-    (text << ... << parts);
-    std::cerr << "pxlcc: " << text.str() << '\n';
+    printLine(joined(parts...));
 }
 
 }  // namespace pxl::tool

@@ -3,8 +3,8 @@
 #include <algorithm>
 #include <utility>
 
-#include "call.h"
 #include "error.h"
+#include "exports.h"
 
 namespace pxl::tool {
 

@@ -5,7 +5,7 @@
 #include <string_view>
 #include <vector>
 
-#include "image.h"
+#include "raster.h"
 
 namespace pxl::tool {
 

@@ -5,9 +5,9 @@
 #include <iomanip>
 #include <iostream>
 
-#include "call.h"
 #include "commands.h"
 #include "error.h"
+#include "exports.h"
 #include "frame/target.h"
 #include "list_json.h"
 #include "pxlcore.h"

@@ -4,7 +4,7 @@
 #include <string>
 
 #include "files.h"
-#include "image.h"
+#include "raster.h"
 
 namespace pxl::tool {
 

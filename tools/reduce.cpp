@@ -1,11 +1,11 @@
 // pxlcc reduce: pictures with fewer levels, with and without dithering; floats by tone mapping.
 #include <map>
 
-#include "call.h"
 #include "commands.h"
+#include "difference.h"
 #include "dithering.h"
 #include "error.h"
-#include "measure.h"
+#include "exports.h"
 #include "pictures.h"
 #include "text.h"
 

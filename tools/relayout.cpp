@@ -4,8 +4,8 @@
 #include <cstring>
 #include <utility>
 
-#include "call.h"
 #include "error.h"
+#include "exports.h"
 
 namespace pxl::tool {
 

@@ -4,11 +4,11 @@
 #include <fstream>
 #include <iostream>
 
-#include "call.h"
 #include "commands.h"
 #include "demosaic.h"
 #include "dithering.h"
 #include "error.h"
+#include "exports.h"
 #include "pictures.h"
 #include "text.h"
 

@@ -1,7 +1,7 @@
 // The picture that the demonstration converts when the user brings none.
 #pragma once
 
-#include "image.h"
+#include "raster.h"
 
 namespace pxl::tool {
 

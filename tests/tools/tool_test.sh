@@ -45,6 +45,10 @@ grep -q pxliRGBToYCbCr_8u_C3R stdout || wrong "list does not find an export"
 works list --json RGBToYUV420_8u_C3P3R
 grep -q '"wrong":"47 x 47","status":35}' stdout || wrong "list --json does not tell what an odd size gets: $(cat stdout)"
 fails 'no export' list there_is_none
+works --version
+grep -q "^pxlcc 2022.2.0" stdout || wrong "--version: $(cat stdout)"
+fails "pxlcc: --sizee: no such" convert --sizee 19x10 in.rgb
+fails "pxlcc: foo: no such command" foo
 
 # Raw pictures of a sensor: a flat one is flat in colour, by every method, in 8 and 16 bits.
 { printf 'P5\n8 6\n255\n'; for i in 1 2 3; do for j in 1 2 3 4; do bytes 9 80; done; for j in 1 2 3 4; do bytes 80 200; done; done; } >raw.pgm

@@ -1,7 +1,7 @@
 // How far two pictures are apart.
 #pragma once
 
-#include "image.h"
+#include "raster.h"
 
 namespace pxl::tool {
 

@@ -1,4 +1,4 @@
-#include "call.h"
+#include "exports.h"
 
 #include <algorithm>
 #include <chrono>

@@ -1,4 +1,4 @@
-#include "image.h"
+#include "raster.h"
 
 #include <algorithm>
 #include <array>

@@ -1,4 +1,4 @@
-#include "measure.h"
+#include "difference.h"
 
 #include <algorithm>
 #include <cmath>
