@@ -21,18 +21,28 @@ Index nearestInner(Index x, Index size) { return std::clamp(x, kMargin, size - 1
 template <class T>
 class Demosaicing {
 public:
-    Demosaicing(VngRow<T> kernel, View<const T> src, PxlSizeL size, BayerGrid grid, const Pxl32f* gains)
-        : kernel_(kernel), src_(src), size_(size), grid_(grid), gains_(gains) {}
+    Demosaicing(VngKernel<T> kernel, View<const T> src, PxlSizeL size, BayerGrid grid, const Pxl32f* gains, Span xs)
+        : kernel_(kernel),
+          src_(src),
+          grid_(grid),
+          gains_(gains),
+          xs_(xs),
+          inner_{nearestInner(xs.first, size.width), nearestInner(xs.last, size.width)} {}
 
-    // The pixels xs of the inner row y; dst is that of the first one.
-    void row(Index y, Span xs, T* dst) const {
-        const Span inner = {nearestInner(xs.first, size_.width), nearestInner(xs.last, size_.width)};
-        if (!xs.has(inner.first)) return narrowRow(y, inner.first, xs.count(), dst);
-        T* first = pixel(dst, inner.first - xs.first);
-        T* last = pixel(dst, inner.last - xs.first);
-        convert(y, inner, first);
-        for (Index x = xs.first; x < inner.first; ++x) std::memcpy(pixel(dst, x - xs.first), first, kPixelBytes);
-        for (Index x = inner.last + 1; x <= xs.last; ++x) std::memcpy(pixel(dst, x - xs.first), last, kPixelBytes);
+    // The pixels xs of the inner rows ys; dst are those of all of them.
+    void rows(Span ys, View<T> dst) const {
+        if (!xs_.has(inner_.first)) {
+            for (Index y = ys.first; y <= ys.last; ++y) narrowRow(y, dst.row(y - ys.first));
+            return;
+        }
+        convert(inner_, ys, {pixel(dst.first, inner_.first - xs_.first), dst.step});
+        for (Index y = ys.first; y <= ys.last; ++y) {
+            T* row = dst.row(y - ys.first);
+            const T *first = pixel(row, inner_.first - xs_.first), *last = pixel(row, inner_.last - xs_.first);
+            for (Index x = xs_.first; x < inner_.first; ++x) std::memcpy(pixel(row, x - xs_.first), first, kPixelBytes);
+            for (Index x = inner_.last + 1; x <= xs_.last; ++x)
+                std::memcpy(pixel(row, x - xs_.first), last, kPixelBytes);
+        }
     }
 
     static constexpr std::size_t kPixelBytes = 4 * sizeof(T);
@@ -40,24 +50,24 @@ public:
 private:
     static T* pixel(T* row, Index x) { return row + 4 * x; }
 
-    void convert(Index y, Span xs, T* dst) const {
-        FiveRows<T> rows;
-        for (int j = 0; j < 5; ++j) rows.row[j] = src_.row(y + j - 2) + xs.first;
-        kernel_(rows, dst, xs.count(), {grid_.green(xs.first, y), grid_.redRow(y)}, gains_);
+    void convert(Span xs, Span ys, View<T> dst) const {
+        const BayerRow colours = {grid_.green(xs.first, ys.first), grid_.redRow(ys.first)};
+        kernel_(
+            {src_.row(ys.first) + xs.first, src_.step, dst.first, dst.step, xs.count(), ys.count(), colours, gains_});
     }
 
     // None of the row's pixels is an inner one: they get the colours of the nearest, and keep their fourth samples.
-    void narrowRow(Index y, Index nearest, Index count, T* dst) const {
+    void narrowRow(Index y, T* dst) const {
         T colours[4];
-        convert(y, {nearest, nearest}, colours);
-        for (Index x = 0; x < count; ++x) std::memcpy(pixel(dst, x), colours, 3 * sizeof(T));
+        convert({inner_.first, inner_.first}, {y, y}, {colours, 0});
+        for (Index x = 0; x < xs_.count(); ++x) std::memcpy(pixel(dst, x), colours, 3 * sizeof(T));
     }
 
-    VngRow<T> kernel_;
+    VngKernel<T> kernel_;
     View<const T> src_;
-    PxlSizeL size_;
     BayerGrid grid_;
     const Pxl32f* gains_;
+    Span xs_, inner_;
 };
 
 auto noOverflow(const PxlRectL& rect, const PxlSizeL& size) {
@@ -80,7 +90,7 @@ Span upTo(Index first, Index count, Index size) {
 }
 
 template <class T>
-PxlStatus demosaic(VngRow<T> kernel, const T* pSrc, const PxlRectL& rect, const PxlSizeL& size, Index srcStep,
+PxlStatus demosaic(VngKernel<T> kernel, const T* pSrc, const PxlRectL& rect, const PxlSizeL& size, Index srcStep,
                    const Pxl32f* gains, T* pDst, Index dstStep, BayerGrid grid) {
     if (const PxlStatus bad =
             firstBad(notNull(pSrc), notNull(pDst), noOverflow(rect, size), atLeast(size, 5, 5), valid(grid)))
@@ -88,17 +98,19 @@ PxlStatus demosaic(VngRow<T> kernel, const T* pSrc, const PxlRectL& rect, const 
     const Span xs = upTo(rect.x, rect.width, size.width), ys = upTo(rect.y, rect.height, size.height);
     if (xs.empty() || ys.empty()) return pxlStatusOk;
     if (gains != nullptr && gains[0] == 1 && gains[1] == 1 && gains[2] == 1) gains = nullptr;
-    const Demosaicing<T> image(kernel, view(pSrc, srcStep), size, grid, gains);
+    const Demosaicing<T> image(kernel, view(pSrc, srcStep), size, grid, gains, xs);
     const View<T> dst = view(pDst, dstStep);
     const auto row = [&](Index y) { return dst.row(y - ys.first); };
-    for (Index y = ys.first; y <= ys.last; ++y) {
-        const Index inner = nearestInner(y, size.height);
-        if (inner == y || !ys.has(inner)) image.row(inner, xs, row(y));
+    const Span inner = {nearestInner(ys.first, size.height), nearestInner(ys.last, size.height)};
+    if (!ys.has(inner.first)) {
+        for (Index y = ys.first; y <= ys.last; ++y) image.rows({inner.first, inner.first}, view(row(y), dstStep));
+        return pxlStatusOk;
     }
+    image.rows(inner, view(row(inner.first), dstStep));
     for (Index y = ys.first; y <= ys.last; ++y) {
-        const Index inner = nearestInner(y, size.height);
-        if (inner != y && ys.has(inner))
-            std::memcpy(row(y), row(inner), Demosaicing<T>::kPixelBytes * static_cast<std::size_t>(xs.count()));
+        const Index nearest = nearestInner(y, size.height);
+        if (nearest != y)
+            std::memcpy(row(y), row(nearest), Demosaicing<T>::kPixelBytes * static_cast<std::size_t>(xs.count()));
     }
     return pxlStatusOk;
 }

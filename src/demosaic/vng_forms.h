@@ -1,7 +1,12 @@
 // The arithmetic of demosaicing with a variable number of gradients (Chang, Cheung and Pang, 1999), on samples in
-// signed lanes of twice their width: the even, or the odd, pixels of a group.
+// signed lanes of twice their width: the even, or the odd, pixels of a row.
 //
-// `s(i, j)` is the samples i pixels to the right of and j below the pixels that are converted.
+// docs/exactness.md has the gradients and the estimates term by term. Here they are put together from what neighbouring
+// pixels share: the gradient of a pixel to the north is that of the pixel above it to the south, and all are sums of
+// few kinds of changes. A change is named after the way from the sample that it is counted at: downFrom is to the
+// sample two rows below, rightFrom to the one two columns to the right, fallFrom and riseFrom to those two rows below
+// and two columns to the right and to the left; greenFallFrom and greenRiseFrom go to the nearest diagonal neighbour,
+// from green to green.
 #pragma once
 
 #include "simd/operations.h"
@@ -11,119 +16,121 @@ PXL_BEGIN_TARGET
 struct Direction {
     int i, j;
 };
-constexpr Direction kAxes[] = {{0, -1}, {1, 0}, {0, 1}, {-1, 0}};
 constexpr Direction kDiagonals[] = {{1, -1}, {1, 1}, {-1, 1}, {-1, -1}};
-
-// |s(i, j) - s(k, l)|; both orders are the same expression, for opposite directions share terms.
-template <class Samples>
-PXL_INLINE auto change(const Samples& s, int i, int j, int k, int l) {
-    const bool ordered = j < l || (j == l && i < k);
-    return ordered ? absolute(subWrap(s(i, j), s(k, l))) : absolute(subWrap(s(k, l), s(i, j)));
-}
 
 template <class V>
 PXL_INLINE V doubled(V a) {
     return addWrap(a, a);
 }
 
+template <class V>
+PXL_INLINE V change(V a, V b) {
+    return absolute(subWrap(a, b));
+}
+
 // Twice the gradients of the method, so that no weight is a half. Along an axis the terms are the same at green and at
-// other pixels: of the line through the pixel, and with half their weight of the lines beside it.
-template <class Samples>
-PXL_INLINE auto axisGradient(const Samples& s, Direction d) {
-    const int p = d.j != 0, q = d.i != 0;  // to the line beside it
-    const auto line = [&](int side) PXL_BODY {
-        const int i = side * p, j = side * q;
-        return addWrap(change(s, i + d.i, j + d.j, i - d.i, j - d.j), change(s, i + 2 * d.i, j + 2 * d.j, i, j));
-    };
-    return addWrap(doubled(line(0)), addWrap(line(-1), line(1)));
+// other pixels: of the line through the pixel, and with half their weight of the lines beside it. `steep` and `flat`
+// are these sums of changes down and to the right; a gradient is two of them.
+template <class V>
+PXL_INLINE V oneTwoOne(V a, V b, V c) {
+    return addWrap(doubled(b), addWrap(a, c));
 }
 
-// Along a diagonal through a red or blue pixel: its own colour and the opposite one, and with half their weight the
-// green pixels next to the diagonal.
-template <class Samples>
-PXL_INLINE auto diagonalGradientOfColour(const Samples& s, Direction d) {
-    const auto line = addWrap(change(s, d.i, d.j, -d.i, -d.j), change(s, 2 * d.i, 2 * d.j, 0, 0));
-    const auto nearGreen = addWrap(change(s, 0, d.j, -d.i, 0), change(s, d.i, 0, 0, -d.j));
-    const auto farGreen = addWrap(change(s, d.i, 2 * d.j, 0, d.j), change(s, 2 * d.i, d.j, d.i, 0));
-    return addWrap(doubled(line), addWrap(nearGreen, farGreen));
+// Along the falling diagonal, to the lower right, at a green pixel: green on it, red and blue beside it, with equal
+// weights. To the upper left it is that of the pixel there. The rising diagonal is the same with columns mirrored.
+template <class Changes>
+PXL_INLINE auto diagonalAtGreen(const Changes& fall) {
+    return doubled(addWrap(addWrap(fall(-1, -1), fall(0, 0)), addWrap(fall(-1, 0), fall(0, -1))));
 }
 
-// Along a diagonal through a green pixel: green on it, red and blue beside it, with equal weights.
-template <class Samples>
-PXL_INLINE auto diagonalGradientOfGreen(const Samples& s, Direction d) {
-    const auto line = addWrap(change(s, d.i, d.j, -d.i, -d.j), change(s, 2 * d.i, 2 * d.j, 0, 0));
-    const auto beside = addWrap(change(s, d.i, 2 * d.j, -d.i, 0), change(s, 2 * d.i, d.j, 0, -d.j));
-    return doubled(addWrap(line, beside));
+// At a red or blue pixel: its own colour and the opposite one, and with half their weight the green pixels next to the
+// diagonal.
+template <class Changes, class GreenChanges>
+PXL_INLINE auto diagonalAtColour(const Changes& fall, const GreenChanges& green) {
+    const auto greens = addWrap(addWrap(green(0, -1), green(-1, 0)), addWrap(green(0, 1), green(1, 0)));
+    return addWrap(doubled(addWrap(fall(-1, -1), fall(0, 0))), greens);
 }
 
 // The directions whose gradient is below the threshold, as masks, and how many they are: at least one.
 template <class V>
 struct Chosen {
-    V axis[4], diagonal[4], count;
+    V north, east, south, west;
+    V diagonal[4], count;
 };
 
-template <class V>
-PXL_INLINE Chosen<V> chooseDirections(const V (&axis)[4], const V (&diagonal)[4]) {
-    auto least = axis[0], most = axis[0];
+template <class V, class Around>
+PXL_INLINE Chosen<V> chooseDirections(const Around& around) {
+    const V upper = around.steep(-1), left = around.flat(-1);
+    const V north = addWrap(around.steep(-2), upper), south = addWrap(upper, around.steep(0));
+    const V east = addWrap(left, around.flat(0)), west = addWrap(left, around.flat(-2));
+    const V diagonal[] = {around.rise(1, -1), around.fall(0, 0), around.rise(0, 0), around.fall(-1, -1)};
+    V least = minimum(minimum(north, south), minimum(east, west));
+    V most = maximum(maximum(north, south), maximum(east, west));
+    for (const V& one : diagonal) least = minimum(least, one), most = maximum(most, one);
+    const V threshold = addWrap(least, maximum(shiftRight<1>(most), fill<V>(1)));
+    Chosen<V> chosen = {greater(threshold, north),
+                        greater(threshold, east),
+                        greater(threshold, south),
+                        greater(threshold, west),
+                        {},
+                        {}};
+    V negative = addWrap(addWrap(chosen.north, chosen.east), addWrap(chosen.south, chosen.west));
     for (int d = 0; d < 4; ++d) {
-        least = minimum(least, minimum(axis[d], diagonal[d]));
-        most = maximum(most, maximum(axis[d], diagonal[d]));
-    }
-    const auto threshold = addWrap(least, maximum(shiftRight<1>(most), fill<V>(1)));
-    Chosen<V> chosen;
-    auto negative = fill<V>(0);
-    for (int d = 0; d < 4; ++d) {
-        chosen.axis[d] = greater(threshold, axis[d]);
         chosen.diagonal[d] = greater(threshold, diagonal[d]);
-        negative = addWrap(negative, addWrap(chosen.axis[d], chosen.diagonal[d]));
+        negative = addWrap(negative, chosen.diagonal[d]);
     }
     chosen.count = subWrap(fill<V>(0), negative);
     return chosen;
 }
 
-// Over the chosen directions, estimates of the pixel's own colour and of the two others, each the sum of two samples.
+// Over the chosen directions, how much more than the pixel's own colour the two others are: of each direction the sum
+// of two samples less that of two samples of the own colour. columnSum and rowSum are of the samples above and below,
+// and to the left and right; columnBend and rowBend are twice the sample between less those; cross is rowSum less
+// columnSum.
 template <class V>
-struct Sums {
-    V own, first, second;
+struct Differences {
+    V first, second;
+    PXL_INLINE void addWhere(V mask, V one, V other) {
+        first = addWrap(first, bitAnd(mask, one));
+        second = addWrap(second, bitAnd(mask, other));
+    }
+    PXL_INLINE void subtractWhere(V mask, V one, V other) {
+        first = subWrap(first, bitAnd(mask, one));
+        second = subWrap(second, bitAnd(mask, other));
+    }
 };
 
-template <class V>
-PXL_INLINE void addWhere(V mask, Sums<V>& sums, V own, V first, V second) {
-    sums.own = addWrap(sums.own, bitAnd(mask, own));
-    sums.first = addWrap(sums.first, bitAnd(mask, first));
-    sums.second = addWrap(sums.second, bitAnd(mask, second));
-}
-
 // At a red or blue pixel: `first` is green, `second` the opposite colour.
-template <class V, class Samples>
-PXL_INLINE Sums<V> sumsOfColour(const Samples& s, const Chosen<V>& chosen) {
-    Sums<V> sums = {mulLow(chosen.count, s(0, 0)), fill<V>(0), fill<V>(0)};
-    for (int k = 0; k < 4; ++k) {
-        const auto [i, j] = kAxes[k];
-        const int p = j != 0, q = i != 0;
-        addWhere(chosen.axis[k], sums, s(2 * i, 2 * j), doubled(s(i, j)), addWrap(s(i + p, j + q), s(i - p, j - q)));
-    }
-    for (int k = 0; k < 4; ++k) {
-        const auto [i, j] = kDiagonals[k];
-        addWhere(chosen.diagonal[k], sums, s(2 * i, 2 * j), addWrap(s(i, 0), s(0, j)), doubled(s(i, j)));
+template <class V, class Around>
+PXL_INLINE Differences<V> differencesAtColour(const Around& p, const Chosen<V>& chosen) {
+    const V zero = fill<V>(0), centre = p.sample(0, 0);
+    Differences<V> sums = {zero, zero}, mirrored = {zero, zero};
+    sums.addWhere(chosen.north, p.columnBend(0, -1), p.cross(0, -1));
+    sums.addWhere(chosen.south, p.columnBend(0, 1), p.cross(0, 1));
+    mirrored.addWhere(chosen.east, p.rowBend(1, 0), p.cross(1, 0));
+    mirrored.addWhere(chosen.west, p.rowBend(-1, 0), p.cross(-1, 0));
+    sums = {addWrap(sums.first, mirrored.first), subWrap(sums.second, mirrored.second)};
+    for (int d = 0; d < 4; ++d) {
+        const auto [i, j] = kDiagonals[d];
+        const V own = addWrap(centre, p.sample(2 * i, 2 * j));
+        sums.addWhere(chosen.diagonal[d], subWrap(addWrap(p.sample(i, 0), p.sample(0, j)), own),
+                      subWrap(doubled(p.sample(i, j)), own));
     }
     return sums;
 }
 
 // At a green pixel: `first` is the colour to the left and right, `second` the one above and below.
-template <class V, class Samples>
-PXL_INLINE Sums<V> sumsOfGreen(const Samples& s, const Chosen<V>& chosen) {
-    Sums<V> sums = {fill<V>(0), fill<V>(0), fill<V>(0)};
-    for (int k = 0; k < 4; ++k) {
-        const auto [i, j] = kAxes[k];
-        const auto own = addWrap(s(0, 0), s(2 * i, 2 * j)), along = doubled(s(i, j));
-        const auto across = j != 0 ? addWrap(s(-1, 0), s(1, 0)) : addWrap(s(0, -1), s(0, 1));
-        addWhere(chosen.axis[k], sums, own, j != 0 ? across : along, j != 0 ? along : across);
-    }
-    for (int k = 0; k < 4; ++k) {
-        const auto [i, j] = kDiagonals[k];
-        addWhere(chosen.diagonal[k], sums, doubled(s(i, j)), addWrap(s(i, 0), s(i, 2 * j)),
-                 addWrap(s(0, j), s(2 * i, j)));
+template <class V, class Around>
+PXL_INLINE Differences<V> differencesAtGreen(const Around& p, const Chosen<V>& chosen) {
+    const V zero = fill<V>(0), row = p.rowSum(0, 0), column = p.columnSum(0, 0);
+    Differences<V> sums = {zero, zero};
+    sums.addWhere(chosen.north, subWrap(row, p.columnSum(0, -1)), p.columnBend(0, -1));
+    sums.addWhere(chosen.south, subWrap(row, p.columnSum(0, 1)), p.columnBend(0, 1));
+    sums.addWhere(chosen.east, p.rowBend(1, 0), subWrap(column, p.rowSum(1, 0)));
+    sums.addWhere(chosen.west, p.rowBend(-1, 0), subWrap(column, p.rowSum(-1, 0)));
+    for (int d = 0; d < 4; ++d) {
+        const auto [i, j] = kDiagonals[d];
+        sums.subtractWhere(chosen.diagonal[d], p.columnBend(i, j), p.rowBend(i, j));
     }
     return sums;
 }
@@ -168,14 +175,23 @@ private:
     U16<N> reciprocal_;
 };
 
-// The pixel's colours from its own sample: first and second differ from it by the mean difference of their sums.
-template <class V>
-PXL_INLINE Channels3<V> coloursOf(V own, const Sums<V>& sums, V count, int top) {
-    const MeanOf<V> mean(count);
-    const auto colour = [&](V sum) PXL_BODY {
-        return minimum(maximum(addWrap(own, mean(subWrap(sum, sums.own))), fill<V>(0)), fill<V>(top));
+// The pixels' own samples and the two other colours, which differ from those by the mean differences.
+template <bool kIsGreen, class Around>
+PXL_INLINE auto coloursOf(const Around& around, int top) {
+    const auto own = around.sample(0, 0);
+    using V = decltype(doubled(own));
+    const auto chosen = chooseDirections<V>(around);
+    const MeanOf<V> mean(chosen.count);
+    const auto colour = [&](V difference) PXL_BODY {
+        return minimum(maximum(addWrap(own, mean(difference)), fill<V>(0)), fill<V>(top));
     };
-    return {own, colour(sums.first), colour(sums.second)};
+    Differences<V> sums;
+    if constexpr (kIsGreen) {
+        sums = differencesAtGreen<V>(around, chosen);
+    } else {
+        sums = differencesAtColour<V>(around, chosen);
+    }
+    return Channels3<V>{own, colour(sums.first), colour(sums.second)};
 }
 
 // A sample times a gain, rounded to nearest and saturated; a gain that is not a number gives `top`.
