@@ -3,7 +3,7 @@
 #   make demo         build, convert pictures, show where they are and how fast it was
 #   make test         build and run all tests
 #   make bench        time every function, next to the other libraries of the field
-#   make performance  the same, into docs/performance.md
+#   make performance  the same, into docs/performance.md and docs/performance/ (about 10 minutes)
 #   make accuracy     distances of the colour spaces from their definitions
 #   make install      build the library and the program and install them (PREFIX=/usr/local, DESTDIR=)
 #   make format       format the sources; format-check only tells
@@ -47,9 +47,11 @@ bench:
 	$(BUILD)/bench/pxlcc_bench $(BENCH_ARGS)
 
 performance:
+	@scripts/install-packages pages
 	@$(MAKE) --no-print-directory bench BENCH_ARGS=--list >/dev/null
-	(cat bench/reading.md && build/bench/bench/pxlcc_bench) >build/performance.md
-	mv build/performance.md docs/performance.md
+	build/bench/bench/pxlcc_bench --json build/measurements.json >build/measurements.md
+	mv build/measurements.json docs/performance/
+	python3 site/performance.py
 
 accuracy:
 	@scripts/install-packages build

@@ -36,6 +36,7 @@ Json distanceAsJson(const std::optional<Distance>& distance) {
 
 Json resultAsJson(const Result& result) {
     Json json = {{"function", result.function->name},
+                 {"family", result.function->family},
                  {"nanoseconds", rounded(result.nanoseconds)},
                  {"copy", rounded(result.copyNanoseconds)},
                  {"distance", distanceAsJson(result.distance)}};
