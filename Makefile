@@ -5,6 +5,7 @@
 #   make bench        time every function, next to the other libraries of the field
 #   make performance  the same, into docs/performance.md and docs/performance/ (about 10 minutes)
 #   make accuracy     distances of the colour spaces from their definitions
+#   make golden       the table of the bytes that every function gives, anew (pxlcc selftest compares with it)
 #   make install      build the library and the program and install them (PREFIX=/usr/local, DESTDIR=)
 #   make format       format the sources; format-check only tells
 #   make clean        remove what these tasks made
@@ -18,7 +19,7 @@ TEST_TIMEOUT ?= 600
 JOBS ?= $(shell nproc)
 BUILD = build/$(PRESET)
 
-.PHONY: help demo test bench performance accuracy install format format-check clean
+.PHONY: help demo test bench performance accuracy golden install format format-check clean
 
 help:
 	@sed -n '3,/^$$/s/^# \{0,1\}//p' Makefile
@@ -58,6 +59,14 @@ accuracy:
 	cmake --preset $(PRESET) >/dev/null
 	cmake --build $(BUILD) --target pxlcc_accuracy
 	$(BUILD)/tests/pxlcc_accuracy
+
+# Twice: for the estimate of the reciprocal of this processor and for that of the emulator.
+golden:
+	@scripts/install-packages build check
+	cmake --preset $(PRESET) >/dev/null
+	cmake --build $(BUILD) --target pxlcc_tool
+	$(BUILD)/tools/pxlcc selftest --write tools/golden.def
+	qemu-x86_64 -cpu Nehalem $(BUILD)/tools/pxlcc selftest --write tools/golden.def
 
 # The program and the library alone, without what only the tests need.
 install: PRESET = install

@@ -22,6 +22,7 @@ struct Extras {
     bool stepsInElements = false;
     PxlStatus badStep = pxlStatusBadStep;
     bool testsStepArrays = false;
+    bool usesEstimate = false;
     bool partialSourceSamples = false;  // a chroma sample of the source may serve fewer pixels at the end of a row
     bool partialDestinationSamples = false;
     bool keeps4th = false;     // of a C4 destination the fourth channel is not written
@@ -119,10 +120,18 @@ __attribute__((no_sanitize("enum"))) T argument(const Value& value) {
     }
 }
 
-template <auto kFunction, class... Parameters, std::size_t... kIndex>
-PxlStatus callWith(const Value* arguments, PxlStatus (*)(Parameters...), std::index_sequence<kIndex...>) {
-    return kFunction(argument<Parameters>(arguments[kIndex])...);
-}
+template <class... Parameters>
+struct Caller {
+    template <std::size_t... kIndex>
+    static PxlStatus call(PxlStatus (*function)(Parameters...), const Value* arguments,
+                          std::index_sequence<kIndex...>) {
+        return function(argument<Parameters>(arguments[kIndex])...);
+    }
+    static PxlStatus callThrough(AnyFunction address, const Value* arguments) {
+        return call(reinterpret_cast<PxlStatus (*)(Parameters...)>(address), arguments,
+                    std::index_sequence_for<Parameters...>{});
+    }
+};
 
 template <class... Parameters>
 std::vector<TypeInfo> typesOf(PxlStatus (*)(Parameters...)) {
@@ -130,11 +139,6 @@ std::vector<TypeInfo> typesOf(PxlStatus (*)(Parameters...)) {
     bool afterSize = false;
     ((types.push_back(infoOf<Parameters>(afterSize)), afterSize |= types.back().kind == Kind::size), ...);
     return types;
-}
-
-template <class... Parameters>
-auto indicesOf(PxlStatus (*)(Parameters...)) {
-    return std::index_sequence_for<Parameters...>{};
 }
 
 // ---- from types to roles
@@ -254,6 +258,7 @@ Export describe(std::string_view name, std::string_view summary, const Family& f
     e.stepsInElements = family.extras.stepsInElements;
     e.badStep = family.extras.badStep;
     e.testsStepArrays = own.testsStepArrays || family.extras.testsStepArrays;
+    e.usesEstimate = own.usesEstimate;
     Sides sides;
     e.parameters = rolesOf(types, sides);
     const bool hasSource = e.has(Role::sourcePlane) || e.has(Role::sourcePlanes);
@@ -283,10 +288,12 @@ Export describe(std::string_view name, std::string_view summary, const Family& f
     return e;
 }
 
-template <auto kFunction>
-Export describe(std::string_view name, std::string_view summary, const Family& family, const Extras& own) {
-    Export e = describe(name, summary, family, own, typesOf(kFunction));
-    e.call = [](const Value* arguments) { return callWith<kFunction>(arguments, kFunction, indicesOf(kFunction)); };
+template <class... Parameters>
+Export describe(PxlStatus (*function)(Parameters...), std::string_view name, std::string_view summary,
+                const Family& family, const Extras& own) {
+    Export e = describe(name, summary, family, own, typesOf(function));
+    e.address = reinterpret_cast<AnyFunction>(function);
+    e.callThrough = Caller<Parameters...>::callThrough;
     return e;
 }
 
@@ -295,7 +302,7 @@ std::vector<Export> build() {
     Family family;
 #define PXL_FAMILY(title, ...) family = Family{title, Extras{__VA_ARGS__}};
 #define PXL_EXPORT(function, summary, ...) \
-    list.push_back(describe<function>(#function, summary, family, Extras{__VA_ARGS__}));
+    list.push_back(describe(function, #function, summary, family, Extras{__VA_ARGS__}));
 #include "exports.def"
 #undef PXL_EXPORT
 #undef PXL_FAMILY

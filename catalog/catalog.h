@@ -110,6 +110,9 @@ union Value {
     PxlRect rectangle;
 };
 
+// A function whose type a caller knows by other means.
+using AnyFunction = void (*)();
+
 struct Export {
     std::string_view name;
     std::string_view summary;  // one line for people
@@ -124,11 +127,15 @@ struct Export {
     bool stepsInElements = false;  // steps count elements of the image, not bytes
     PxlStatus badStep = pxlStatusBadStep;
     bool testsStepArrays = false;  // answers a null array of steps with pxlStatusNullPointer
+    bool usesEstimate = false;     // of the reciprocal, which makers of processors build differently
     ImageShape source;             // of in-place functions the same as destination
     ImageShape destination;
     std::vector<Parameter> parameters;
-    PxlStatus (*call)(const Value* arguments) = nullptr;  // one value a parameter, in order
+    AnyFunction address = nullptr;  // that of another copy of the library may take its place
+    PxlStatus (*callThrough)(AnyFunction address, const Value* arguments) = nullptr;
 
+    // One value a parameter, in order.
+    PxlStatus call(const Value* arguments) const { return callThrough(address, arguments); }
     bool has(Role role) const;            // among the parameters
     PxlSize fitting(PxlSize size) const;  // made larger where sizeMultiple asks for it
 };

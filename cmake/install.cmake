@@ -12,8 +12,10 @@ install(DIRECTORY include/pxlcc DESTINATION ${CMAKE_INSTALL_INCLUDEDIR})
 set_target_properties(pxlcc pxlcore PROPERTIES INSTALL_RPATH "$ORIGIN")
 if(TARGET pxlcc_tool)
     file(RELATIVE_PATH toLibraries ${CMAKE_INSTALL_FULL_BINDIR} ${CMAKE_INSTALL_FULL_LIBDIR})
-    set_target_properties(pxlcc_tool PROPERTIES INSTALL_RPATH "$ORIGIN/${toLibraries}")
+    set_target_properties(pxlcc_tool PROPERTIES INSTALL_RPATH "$ORIGIN/${toLibraries};$ORIGIN/${toLibraries}/pxlcc")
+    set_target_properties(pxlcc_every_target PROPERTIES INSTALL_RPATH "$ORIGIN/..")
     install(TARGETS pxlcc_tool)
+    install(TARGETS pxlcc_every_target LIBRARY DESTINATION ${CMAKE_INSTALL_LIBDIR}/pxlcc)
 endif()
 
 # For CMake: find_package(pxlcc), then link pxlcc::pxlcc or pxlcc::pxlcore.

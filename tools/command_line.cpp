@@ -15,6 +15,7 @@ std::unique_ptr<CLI::App> commandLine() {
     addConvert(*program);
     addAccuracy(*program);
     addReduce(*program);
+    addSelftest(*program);
     return program;
 }
 

@@ -16,5 +16,6 @@ void addDemo(CLI::App& program);
 void addAccuracy(CLI::App& program);
 void addConvert(CLI::App& program);
 void addReduce(CLI::App& program);
+void addSelftest(CLI::App& program);
 
 }  // namespace pxl::tool
