@@ -166,11 +166,27 @@ void addCall(Hash& hash, const Export& function, PxlSize wanted, Content content
     add(hash, destination);
 }
 
+// What the function says to images that are nowhere and to one without pixels; it converts neither.
+void addRefusals(Hash& hash, const Export& function, Random& random) {
+    Further further(function, random);
+    further.arguments.size = function.fitting({64, 64});
+    further.arguments.source.assign(function.source.planes.size(), {nullptr, 4096});
+    further.arguments.destination.assign(function.destination.planes.size(), {nullptr, 4096});
+    hash.add(invoke(function, further.arguments));
+    const PxlSize onePixel = function.fitting({1, 1});
+    const Image source(function.source, onePixel), destination(function.destination, onePixel);
+    further.arguments.size = {0, 0};
+    further.arguments.source = source.references();
+    further.arguments.destination = destination.references();
+    hash.add(invoke(function, further.arguments));
+}
+
 // Every remainder of a row, on both sides of the groups, and larger images of every content. The widths of 64 and 192
 // take the paths that ask for aligned images.
 Digest digestOf(const Export& function) {
     Hash hash;
     Random random(2022);
+    addRefusals(hash, function, random);
     for (int width = 1; width <= 36; ++width) addCall(hash, function, {width, 1 + width % 5}, Content::any, random);
     for (const Content content : {Content::any, Content::extreme, Content::smooth}) {
         for (const PxlSize size : {PxlSize{64, 17}, {157, 9}}) addCall(hash, function, size, content, random);
