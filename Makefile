@@ -6,6 +6,7 @@
 #   make performance  the same, into docs/performance.md and docs/performance/ (about 10 minutes)
 #   make accuracy     distances of the colour spaces from their definitions
 #   make golden       the table of the bytes that every function gives, anew (pxlcc selftest compares with it)
+#   make python       build the Python package; make python-test runs its tests
 #   make install      build the library and the program and install them (PREFIX=/usr/local, DESTDIR=)
 #   make format       format the sources; format-check only tells
 #   make clean        remove what these tasks made
@@ -19,7 +20,7 @@ TEST_TIMEOUT ?= 600
 JOBS ?= $(shell nproc)
 BUILD = build/$(PRESET)
 
-.PHONY: help demo test bench performance accuracy golden install format format-check clean
+.PHONY: help demo test bench performance accuracy golden python python-test install format format-check clean
 
 help:
 	@sed -n '3,/^$$/s/^# \{0,1\}//p' Makefile
@@ -67,6 +68,17 @@ golden:
 	cmake --build $(BUILD) --target pxlcc_tool
 	$(BUILD)/tools/pxlcc selftest --write tools/golden.def
 	qemu-x86_64 -cpu Nehalem $(BUILD)/tools/pxlcc selftest --write tools/golden.def
+
+# The package pxlcc for Debian's interpreter, ready to use in $(BUILD)/python.
+python:
+	@scripts/install-packages build python
+	cmake --preset $(PRESET) -DPXLCC_BUILD_PYTHON=ON >/dev/null
+	cmake --build $(BUILD) --target pxlcc_python_package
+	@echo
+	@echo "To use it: PYTHONPATH=$(CURDIR)/$(BUILD)/python /usr/bin/python3"
+
+python-test: python
+	PYTHONPATH=$(CURDIR)/$(BUILD)/python /usr/bin/python3 -m pytest -q -p no:cacheprovider bindings/python/tests
 
 # The program and the library alone, without what only the tests need.
 install: PRESET = install
