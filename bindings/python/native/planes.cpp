@@ -91,6 +91,7 @@ void checkExtent(std::int64_t is, Range range, const std::string& name, int axis
 
 // Samples of a pixel and pixels of a row have to follow each other; rows may lie anywhere.
 void checkInnerStrides(const py::array& array, const std::string& name) {
+    if (array.size() == 0) return;
     std::int64_t wanted = array.itemsize();
     for (py::ssize_t axis = array.ndim() - 1; axis > 0; --axis) {
         if (array.shape(axis) > 1 && array.strides(axis) != wanted)
@@ -234,10 +235,10 @@ void checkPlanes(Picture& picture, const ImageShape& shape, Extent size, const S
         view.first = static_cast<std::byte*>(const_cast<void*>(array.data()));
         view.rows = plane.rows(size.height);
         view.rowBytes = columns.least * array.itemsize() * (axesOf(plane) == 3 ? plane.channels : 1);
-        // NumPy gives axes of one row any stride.
-        view.step =
-            array.shape(0) > 1 ? static_cast<std::int64_t>(array.strides(0)) : std::max<std::int64_t>(view.rowBytes, 1);
-        if (rules.inElements && array.shape(0) <= 1)
+        // NumPy gives axes of one row, and empty arrays, any stride.
+        view.step = array.shape(0) > 1 && array.size() > 0 ? static_cast<std::int64_t>(array.strides(0))
+                                                           : std::max<std::int64_t>(view.rowBytes, 1);
+        if (rules.inElements && (array.shape(0) <= 1 || array.size() == 0))
             view.step = std::max<std::int64_t>(view.rowBytes, array.itemsize());
         checkStep(view, name, rules, shape.dense, array.itemsize());
         picture.planes.push_back(view);

@@ -194,7 +194,7 @@ def _matches(side: Side, format: Format, export: Export) -> bool:
     if side.dense or side.dtype != format.dtype:
         return False
     if format.kind == "rgb":
-        return side.space in ("RGB", "BGR") and side.layout in ("C3", "C4", "AC4")
+        return side.space in ("RGB", "BGR", "BGRA") and side.layout in ("C3", "C4", "AC4")
     if format.kind == "gray":
         return side.space == "Gray" and side.layout == "C1"
     if format.kind == "bayer":
@@ -217,18 +217,20 @@ def _matches(side: Side, format: Format, export: Export) -> bool:
 def _chroma_rule(export: Export) -> str:
     if "Filter" in export.words:
         return "filtered"
+    if export.name == "rgb_to_cbycr422_8u_c3c2":
+        return "filtered"  # along the rows
     if "Interlace" in export.words:
         return "interlaced"
     # Names without a space on the right side are those of the means; 4:1:0 has no others.
     means = export.operation.partition("To")[2][:1].isdigit() and 1620 not in (export.source.sampling,
                                                                                 export.destination.sampling)
-    return "mean" if means else "copy"
+    return "mean" if means else "plain"
 
 
 def _as_export_has_it(format: Format, side: Side) -> Format:
     if format.kind != "rgb":
         return format
-    return format._replace(order=side.space, channels=3 if side.layout == "C3" else 4)
+    return format._replace(order=side.space.removesuffix("A"), channels=3 if side.layout == "C3" else 4)
 
 
 @functools.lru_cache(maxsize=None)
@@ -257,6 +259,8 @@ def _route(source: Format, destination: Format, matrix: Optional[str], chroma: s
         if method not in _METHODS:
             raise ValueError(f'method: "{method}" is none of {", ".join(_METHODS)}')
         routes = [route for route in routes if route.export.operation == _METHODS[method]]
+        if not routes:
+            raise ValueError(f'method: no conversion {pair} with "{method}"')
     else:
         colours = "rgb" in (source.kind, destination.kind) and "gray" not in (source.kind, destination.kind)
         if colours:
@@ -344,7 +348,8 @@ def _run(route: Route, source: Format, planes: Sequence[Array], destination: For
     # Bands that stay in the cache; no conversion that needs this looks further than two rows. Not so demosaicing.
     step = height if source.kind == "bayer" else max(2, (1 << 19) // max(1, 4 * width) // 4 * 4)
     side = route.source if before else route.destination
-    piece = np.zeros((min(step, height), width, side.channels), side.dtype)
+    # Some exports leave the fourth channel as it is.
+    piece = np.full((min(step, height), width, side.channels), alpha if after else 0, side.dtype)
     for first in range(0, height, step):
         last = min(first + step, height)
         band, result = _rows(planes, source, first, last), _rows(out, destination, first, last)
@@ -358,7 +363,7 @@ def _run(route: Route, source: Format, planes: Sequence[Array], destination: For
             reorder(between, result[0], destination.order != side.order, alpha)
 
 
-def convert(array: Planes, source: str, destination: str, *, matrix: Optional[str] = None, chroma: str = "copy",
+def convert(array: Planes, source: str, destination: str, *, matrix: Optional[str] = None, chroma: str = "plain",
             alpha: Optional[int] = None, method: str = "ahd", size: Optional[Sequence[int]] = None,
             out: Optional[Planes] = None) -> Planes:
     """Converts a picture or a frame of video from one format into another; formats() lists them.
@@ -367,7 +372,8 @@ def convert(array: Planes, source: str, destination: str, *, matrix: Optional[st
         (rows, words). Formats of several planes are a sequence of arrays in the order of the format, or one array
         (rows, columns) with all planes below each other, as OpenCV has it. Rows may lie anywhere.
     matrix: of YCbCr: "601" (default), "709", "709hdtv" (luma over the full range), or "analog" for Y'UV.
-    chroma: between samplings of YCbCr: "copy", "mean", or, where there are such, "filtered" and "interlaced".
+    chroma: how samples of chroma are made where there are several ways: "plain" (copied between samplings, means from
+        RGB), "filtered", and between samplings "mean" and "interlaced".
     alpha: what a fourth channel becomes where the source has none; opaque if left out.
     method: of raw images (bayer_...): "bilinear", "vng" or "ahd".
     size: width and height, for v210 only.
@@ -420,7 +426,7 @@ def conversions(matrices: Iterable[str] = _MATRICES) -> List[Tuple[str, str, Opt
     for source in _FORMATS:
         for destination in _FORMATS:
             for matrix in (None, *matrices):
-                for chroma in ("copy", "mean", "filtered", "interlaced"):
+                for chroma in ("plain", "mean", "filtered", "interlaced"):
                     try:
                         route = _route(source, destination, matrix, chroma, "ahd")
                     except ValueError:
