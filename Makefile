@@ -4,6 +4,7 @@
 #   make test         build and run all tests
 #   make bench        time every function, next to the other libraries of the field
 #   make performance  the same, into docs/performance.md and docs/performance/ (about 10 minutes)
+#   make site         the reference as static pages, with the function finder (SITE=out/site)
 #   make accuracy     distances of the colour spaces from their definitions
 #   make golden       the table of the bytes that every function gives, anew (pxlcc selftest compares with it)
 #   make python       build the Python package; make python-test runs its tests
@@ -16,11 +17,16 @@
 PRESET ?= release
 PREFIX ?= /usr/local
 DEMO ?= out/demo
+SITE ?= out/site
 TEST_TIMEOUT ?= 600
 JOBS ?= $(shell nproc)
 BUILD = build/$(PRESET)
 
+<<<<<<< HEAD
 .PHONY: help demo test bench performance accuracy golden python python-test install format format-check clean
+=======
+.PHONY: help demo test bench performance site accuracy install format format-check clean
+>>>>>>> 36b855f (Reference site: guide, families, exactness, performance, and a finder for every function)
 
 help:
 	@sed -n '3,/^$$/s/^# \{0,1\}//p' Makefile
@@ -54,6 +60,14 @@ performance:
 	build/bench/bench/pxlcc_bench --json build/measurements.json >build/measurements.md
 	mv build/measurements.json docs/performance/
 	python3 site/performance.py
+
+site:
+	@scripts/install-packages build pages
+	cmake --preset $(PRESET) >/dev/null
+	cmake --build $(BUILD) --target pxlcc_tool
+	$(BUILD)/tools/pxlcc list --json >$(BUILD)/catalogue.json
+	python3 site/build.py $(BUILD)/catalogue.json $(SITE)
+	@echo "Open $(SITE)/index.html"
 
 accuracy:
 	@scripts/install-packages build

@@ -160,9 +160,11 @@ def to_html(text, link):
                 lines.pop()
             margin = min(len(l) - len(l.lstrip()) for l in lines if l)
             code = "\n".join(l[margin:] for l in lines)
-            parts.append(f'<pre tabindex="0">{inline(code, lambda name: None) if False else html.escape(code, quote=False)}</pre>')
+            parts.append(f'<pre tabindex="0">{html.escape(code, quote=False)}</pre>')
         else:
-            parts.append(f"<{kind}>{inline(' '.join(lines), link)}</{kind}>")
+            line = inline(" ".join(lines), link)
+            line = re.sub(r"^([A-Z][a-z]+(?: [a-z]+)?[.:])(?= )", r"<strong>\1</strong>", line)  # what the paragraph is about
+            parts.append(f"<{kind}>{line}</{kind}>")
     if in_list:
         parts.append("</ul>")
     return "\n".join(parts)
