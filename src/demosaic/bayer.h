@@ -28,9 +28,8 @@ inline auto valid(BayerGrid grid) {
 // A coordinate mirrored at the first and the last of n >= 2 pixels until it is inside. Colours repeat every two pixels,
 // so that a pixel and its image have the same.
 inline Index mirrored(Index x, Index n) {
-    const Index period = 2 * (n - 1);
-    const Index phase = (x % period + period) % period;
-    return phase < n ? phase : period - phase;
+    while (x < 0 || x >= n) x = x < 0 ? -x : 2 * (n - 1) - x;
+    return x;
 }
 
 // The pixels first .. last of an axis.
