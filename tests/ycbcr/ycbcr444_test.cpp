@@ -228,6 +228,33 @@ TEST_P(Ycbcr444, distanceToTheStandard) {
     }
 }
 
+// All 2^24 colours in rows of nothing but a tail, for each set of coefficients of the forms per pixel.
+TEST(Ycbcr444Tails, allColours) {
+    constexpr int kWidth = 7, kHeight = (1 << 24) / kWidth + 1;
+    for (const std::string_view name : {"pxliRGBToYCbCr_8u_C3P3R", "pxliRGBToYCbCr_8u_P3R", "pxliYCbCrToRGB_8u_AC4R",
+                                        "pxliYCbCrToRGB_8u_P3C3R", "pxliYCbCrToRGB_8u_P3R"}) {
+        const Form form = std::ranges::find(kMembers, name, &Member::name)->tail;
+        Random random(7);
+        Call call(*catalog::find(name), {kWidth, kHeight}, {}, {}, random);
+        const auto sample = [](const Image& image, int channel, int pixel) -> Pxl8u& {
+            const bool planar = image.planes().size() > 1;
+            const catalog::PlaneRef& plane = image.planes()[static_cast<std::size_t>(planar ? channel : 0)];
+            const std::ptrdiff_t at = planar ? pixel % kWidth : pixel % kWidth * (plane.step / kWidth) + channel;
+            return static_cast<Pxl8u*>(plane.first)[pixel / kWidth * plane.step + at];
+        };
+        for (int n = 0; n < kWidth * kHeight; ++n) {
+            for (int c = 0; c < 3; ++c) sample(call.source, c, n) = static_cast<Pxl8u>(n >> 8 * c);
+        }
+        ASSERT_EQ(call.run(), pxlStatusOk);
+        int wrong = 0;
+        for (int n = 0; n < kWidth * kHeight; ++n) {
+            const Pixel out = form({n & 255, n >> 8 & 255, n >> 16 & 255});
+            for (int c = 0; c < 3; ++c) wrong += sample(call.destination, c, n) != out[static_cast<std::size_t>(c)];
+        }
+        EXPECT_EQ(wrong, 0) << name;
+    }
+}
+
 // The forms without a rounding term miss white by one, in their groups (the first 16 of 23 pixels) or everywhere: as
 // defined.
 TEST_P(Ycbcr444, blackAndWhite) {
