@@ -14,6 +14,7 @@ std::unique_ptr<CLI::App> commandLine() {
     addDemo(*program);
     addConvert(*program);
     addAccuracy(*program);
+    addDemosaicQuality(*program);
     addReduce(*program);
     addSelftest(*program);
     return program;

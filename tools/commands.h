@@ -14,6 +14,7 @@ void addList(CLI::App& program);
 void addRun(CLI::App& program);
 void addDemo(CLI::App& program);
 void addAccuracy(CLI::App& program);
+void addDemosaicQuality(CLI::App& program);
 void addConvert(CLI::App& program);
 void addReduce(CLI::App& program);
 void addSelftest(CLI::App& program);

@@ -65,6 +65,10 @@ works run pxliDemosaicAHD_8u_C1C3R raw.pgm -o colour.ppm --bayer rggb
 same colour.ppm flat.ppm
 works run pxliCFAToBGRA_VNG_8u_C1C4R raw.pgm -o gained.raw --bayer rggb --gains 0.5,1,1
 [ "$(od -An -tu1 -j0 -N3 gained.raw | tr -s ' ')" = " 100 80 9" ] || wrong "run --gains"
+{ printf 'P6\n16 16\n255\n'; for i in 1 2 3 4 5 6; do tail -c 144 flat.ppm; done | head -c 768; } >even.ppm
+works demosaic-quality even.ppm
+grep -q '^| even | inf | inf | inf | inf |' stdout || wrong "demosaic-quality of one colour: $(cat stdout)"
+fails 'smaller than' demosaic-quality in.ppm
 fails 'needs the colours' run pxliCFAToRGB_8u_C1C3R raw.pgm -o colour.ppm
 fails 'colour picture' convert in.ppm colour2.ppm --bayer rggb
 fails 'for raw pictures' convert in.ppm colour2.ppm --method vng

@@ -187,6 +187,13 @@ TEST_P(Ycbcr422Encode, everySampleOfEveryWidth) {
     }
 }
 
+// So many tails that a constant which is off by one in 65536 shows.
+TEST_P(Ycbcr422Encode, manyTails) {
+    Random random(65536);
+    Call call(function_, {groupSize_ - 2, 60000}, {}, {}, random);
+    compare(call, activeTarget());
+}
+
 // Pairs of any two grays have no colour; black and white have the codes of the standard. 16 or 32 columns of groups
 // and 6 of the rest.
 TEST_P(Ycbcr422Encode, grayStaysGray) {
