@@ -33,6 +33,16 @@ PXL_INLINE U8<N> interleaveHalves(U8<N> a) {
     return pick(a, pattern<N>(kInterleaveHalves));
 }
 
+// The same bits as vectors of another type.
+template <class V, class A>
+PXL_INLINE Channels3<V> asChannels(Channels3<A> px) {
+    return {as<V>(px.c0), as<V>(px.c1), as<V>(px.c2)};
+}
+template <class V, class A>
+PXL_INLINE Channels4<V> asChannels(Channels4<A> px) {
+    return {as<V>(px.c0), as<V>(px.c1), as<V>(px.c2), as<V>(px.c3)};
+}
+
 // ---- three channels, inside each block
 //
 // Sample q of the r-th 16 bytes of a block belongs to channel (L * r + q) mod 3. So two selections collect a channel's
@@ -86,9 +96,29 @@ PXL_INLINE U8<N> everyThird(U8<N> a, U8<N> b, U8<N> c) {
 template <int kSize>
 constexpr bool kSecondIsThird = 16 / kSize % 3 == 2;
 
+// Of 32-bit samples a block has four pixels, and pairs of lanes do with fewer steps. Memory order is
+// xyzx yzxy zxyz.
+template <int N>
+PXL_INLINE Channels3<F32<N>> separateLanes3(F32<N> a, F32<N> b, F32<N> c) {
+    const auto x2y2x3y3 = twoAndTwo<2, 3, 1, 2>(b, c), y0z0y1z1 = twoAndTwo<1, 2, 0, 1>(a, b);
+    return {twoAndTwo<0, 3, 0, 2>(a, x2y2x3y3), twoAndTwo<0, 2, 1, 3>(y0z0y1z1, x2y2x3y3),
+            twoAndTwo<1, 3, 0, 3>(y0z0y1z1, c)};
+}
+
+template <int N>
+PXL_INLINE Channels3<F32<N>> interleaveLanes3(Channels3<F32<N>> px) {
+    const auto x02y02 = twoAndTwo<0, 2, 0, 2>(px.c0, px.c1), y13z13 = twoAndTwo<1, 3, 1, 3>(px.c1, px.c2),
+               z02x13 = twoAndTwo<0, 2, 1, 3>(px.c2, px.c0);
+    return {twoAndTwo<0, 2, 0, 2>(x02y02, z02x13), twoAndTwo<0, 2, 1, 3>(y13z13, x02y02),
+            twoAndTwo<1, 3, 1, 3>(z02x13, y13z13)};
+}
+
 // For three vectors whose block i holds bytes 16 * r ... of block i's 48 bytes.
 template <int kSize, int N>
 PXL_INLINE Channels3<U8<N>> separate3(U8<N> a, U8<N> second, U8<N> third) {
+    if constexpr (kSize == 4) {
+        return asChannels<U8<N>>(separateLanes3(as<F32<N>>(a), as<F32<N>>(second), as<F32<N>>(third)));
+    }
     const auto b = kSecondIsThird<kSize> ? third : second, c = kSecondIsThird<kSize> ? second : third;
     return {pick(everyThird<kSize>(a, c, b), pattern<N>(kThreeWay<kSize>.gather[0])),
             pick(everyThird<kSize>(b, a, c), pattern<N>(kThreeWay<kSize>.gather[1])),
@@ -97,6 +127,7 @@ PXL_INLINE Channels3<U8<N>> separate3(U8<N> a, U8<N> second, U8<N> third) {
 
 template <int kSize, int N>
 PXL_INLINE Channels3<U8<N>> interleave3(Channels3<U8<N>> px) {
+    if constexpr (kSize == 4) return asChannels<U8<N>>(interleaveLanes3(asChannels<F32<N>>(px)));
     const auto c0 = pick(px.c0, pattern<N>(kThreeWay<kSize>.scatter[0]));
     const auto c1 = pick(px.c1, pattern<N>(kThreeWay<kSize>.scatter[1]));
     const auto c2 = pick(px.c2, pattern<N>(kThreeWay<kSize>.scatter[2]));
@@ -156,15 +187,6 @@ PXL_INLINE const Pxl8u* bytesOf(const E* p) {
 template <class E>
 PXL_INLINE Pxl8u* bytesOf(E* p) {
     return reinterpret_cast<Pxl8u*>(p);
-}
-
-template <class V, class A>
-PXL_INLINE Channels3<V> asChannels(Channels3<A> px) {
-    return {as<V>(px.c0), as<V>(px.c1), as<V>(px.c2)};
-}
-template <class V, class A>
-PXL_INLINE Channels4<V> asChannels(Channels4<A> px) {
-    return {as<V>(px.c0), as<V>(px.c1), as<V>(px.c2), as<V>(px.c3)};
 }
 
 #if PXL_BLOCKS == 4

@@ -292,16 +292,22 @@ PXL_INLINE U8<2> twoBlocks(U8<2> a, U8<2> b) {
     return {_mm256_permute2x128_si256(a.v, b.v, i + 16 * (2 + j))};
 }
 
+// Loading the second block into its place costs less than moving it there.
+PXL_INLINE U8<2> twoBlocksAt(const Pxl8u* p, const Pxl8u* q) {
+    const __m256i low = _mm256_castsi128_si256(_mm_loadu_si128(reinterpret_cast<const __m128i*>(p)));
+    return {_mm256_inserti128_si256(low, _mm_loadu_si128(reinterpret_cast<const __m128i*>(q)), 1)};
+}
+
 PXL_INLINE void loadBlocks(Blocks<2> all, const Pxl8u* p, U8<2> (&a)[2]) {
     const auto m0 = load(all, p), m1 = load(all, p + 32);
     a[0] = twoBlocks<0, 0>(m0, m1);
     a[1] = twoBlocks<1, 1>(m0, m1);
 }
-PXL_INLINE void loadBlocks(Blocks<2> all, const Pxl8u* p, U8<2> (&a)[3]) {
-    const auto m0 = load(all, p), m1 = load(all, p + 32), m2 = load(all, p + 64);
-    a[0] = twoBlocks<0, 1>(m0, m1);
-    a[1] = twoBlocks<1, 0>(m0, m2);
-    a[2] = twoBlocks<0, 1>(m1, m2);
+PXL_INLINE void loadBlocks(Blocks<2>, const Pxl8u* p, U8<2> (&a)[3]) {
+    askAhead<2>(p), askAhead<2>(p + 32), askAhead<2>(p + 64);
+    a[0] = twoBlocksAt(p, p + 48);
+    a[1] = twoBlocksAt(p + 16, p + 64);
+    a[2] = twoBlocksAt(p + 32, p + 80);
 }
 PXL_INLINE void loadBlocks(Blocks<2> all, const Pxl8u* p, U8<2> (&a)[4]) {
     const auto m0 = load(all, p), m1 = load(all, p + 32), m2 = load(all, p + 64), m3 = load(all, p + 96);
@@ -314,10 +320,15 @@ PXL_INLINE void storeBlocks(Blocks<2> all, Pxl8u* p, const U8<2> (&a)[2]) {
     store(all, p, twoBlocks<0, 0>(a[0], a[1]));
     store(all, p + 32, twoBlocks<1, 1>(a[0], a[1]));
 }
-PXL_INLINE void storeBlocks(Blocks<2> all, Pxl8u* p, const U8<2> (&a)[3]) {
-    store(all, p, twoBlocks<0, 0>(a[0], a[1]));
-    store(all, p + 32, twoBlocks<0, 1>(a[2], a[0]));
-    store(all, p + 64, twoBlocks<1, 1>(a[1], a[2]));
+PXL_INLINE void storeTwoBlocks(Pxl8u* p, Pxl8u* q, U8<2> a) {
+    _mm_storeu_si128(reinterpret_cast<__m128i*>(p), _mm256_castsi256_si128(a.v));
+    _mm_storeu_si128(reinterpret_cast<__m128i*>(q), _mm256_extracti128_si256(a.v, 1));
+}
+PXL_INLINE void storeBlocks(Blocks<2>, Pxl8u* p, const U8<2> (&a)[3]) {
+    askAhead<2>(p), askAhead<2>(p + 32), askAhead<2>(p + 64);
+    storeTwoBlocks(p, p + 48, a[0]);
+    storeTwoBlocks(p + 16, p + 64, a[1]);
+    storeTwoBlocks(p + 32, p + 80, a[2]);
 }
 PXL_INLINE void storeBlocks(Blocks<2> all, Pxl8u* p, const U8<2> (&a)[4]) {
     store(all, p, twoBlocks<0, 0>(a[0], a[1]));

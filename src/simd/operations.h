@@ -375,6 +375,14 @@ PXL_BINARY(pick, U8, shuffle_epi8)
     }
 PXL_FOR_EACH_N(PXL_STRADDLE_N, alignr_epi8)
 
+// 32-bit lanes i and j of each block of a, then k and l of b.
+#define PXL_TWO_AND_TWO_N(N, prefix, whole, op)                     \
+    template <int i, int j, int k, int l>                           \
+    PXL_INLINE F32<N> twoAndTwo(F32<N> a, F32<N> b) {               \
+        return {prefix##op(a.v, b.v, i + 4 * j + 16 * k + 64 * l)}; \
+    }
+PXL_FOR_EACH_N(PXL_TWO_AND_TWO_N, shuffle_ps)
+
 // The one operation across blocks: block i is block i - 1 of a, the first one is `before`.
 PXL_INLINE U8<1> blocksBefore(U8<1>, U8<1> before) { return before; }
 PXL_INLINE U8<1> lastBlock(U8<1> a) { return a; }
