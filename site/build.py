@@ -27,6 +27,14 @@ KNOWN_AS = {("YCbCr", 420, "P2"): "NV12", ("YCrCb", 420, "P2"): "NV21", ("YCbCr"
             ("RGB", 444, "C3"): "rgb24", ("BGR", 444, "C3"): "bgr24", ("RGB", 444, "C4"): "rgba",
             ("RGB", 444, "AC4"): "rgba", ("BGR", 444, "C4"): "bgra", ("BGR", 444, "AC4"): "bgra"}
 
+# Where docs/exactness.md has the formulas of the families that have no chapter of their own name.
+FORMULAS = {"4:2:0 and 4:1:1 encoders": "RGB to YCbCr 4:2:0 and 4:1:1", "4:2:2 encoders": "RGB to YCbCr 4:2:2",
+            "4:2:0 and 4:1:1 decoders": "YCbCr 4:2:0 and 4:1:1 to RGB", "4:2:2 decoders": "YCbCr 4:2:2 to RGB",
+            "v210 decoders": "v210", "Interlaced and filtered re-packing": "Re-packing",
+            "YUV 4:4:4": "Analog YUV", "YUV 4:2:2": "Analog YUV", "YUV 4:2:0": "Analog YUV", "HLS": "HLS and HSV",
+            "HLS and BGR": "HLS and HSV", "HSV": "HLS and HSV", "XYZ": "XYZ, LUV and Lab", "LUV": "XYZ, LUV and Lab",
+            "Lab": "XYZ, LUV and Lab", "12-bit packing": "Packing of 12-bit samples"}
+
 LAYOUTS = {"C1": "one channel", "C2": "packed 4:2:2", "C3": "3 interleaved", "C4": "4 interleaved",
            "AC4": "4 interleaved, the fourth left alone", "P2": "luma plane and chroma pairs", "P3": "3 planes",
            "P4": "4 planes", "AP4": "4 planes", "v210": "10-bit words", "565": "5, 6 and 5 bits"}
@@ -54,6 +62,10 @@ def sampling_text(number):
 
 def family_file(family):
     return f"family-{performance.slug(family)}.html"
+
+
+def formulas(family):
+    return "exactness.html#" + markdown.anchor(FORMULAS.get(family, family))
 
 
 def page(path, title, body, scripts=""):
@@ -166,7 +178,9 @@ class Site:
             elif kind == "plane":
                 name = examples.plane_names(shape)[parameter["plane"]]
                 order = ", ".join(examples.channels(shape["space"]))
-                meaning = f"{name} plane" if name else f"{order} pixels" if len(order) > 1 else meaning
+                interleaved = len(shape["planes"]) == 1 and shape["planes"][0]["channels"] > 1
+                meaning = (f"{name} plane" if name else f"pixels of {shape['planes'][0]['channels']} samples"
+                           if shape["space"] == "Color" and interleaved else f"{order} pixels" if interleaved else meaning)
             elif kind.startswith("step") and export["stepsInElements"]:
                 meaning = meaning.replace("bytes", "elements")
             answers = []
@@ -192,6 +206,10 @@ class Site:
                     continue
                 elif wrong == "null" and answer["status"] == 0:
                     wrong = "null is allowed"
+                elif kind == "scratch":
+                    wrong = "null where it is needed"
+                elif re.fullmatch(r"-?\d+", wrong):
+                    wrong = f"such as {wrong}"
                 answers.append([wrong, status])
             rows.append([declared.text, meaning, answers])
         return rows
@@ -212,13 +230,13 @@ class Site:
         source, destination = self.side(export["source"]), self.side(export["destination"])
         alike = [KNOWN_AS.get((s["space"], s["sampling"], s["layout"]), "")
                  for s in (export["source"], export["destination"])]
-        text = headers.to_html(function.group.text, self.link)
+        text, example = headers.to_html(function.group.text, self.link), examples.example(function, export)
         return {"name": name, "summary": export["summary"], "family": list(self.families).index(export["family"]),
                 "from": source, "to": destination, "matrix": self.matrix(export),
                 "place": "yes" if export["inPlace"] else "no", "alike": alike,
                 "declaration": self.pretty(function), "parameters": self.parameters(function, export),
                 "text": text, "section": sections.index(function.section), "header": function.header,
-                "example": examples.example(function, export), "speeds": self.speeds(name)}
+                "example": examples.includes(example) + "\n" + example, "speeds": self.speeds(name)}
 
     def pretty(self, function):
         start = function.declaration.partition("(")[0] + "("
@@ -228,7 +246,7 @@ class Site:
 
     def finder(self):
         sections = [s for s in self.sections if any(f.name in self.exports for g in s.groups for f in g.functions)]
-        data = {"families": [[family, family_file(family), f"performance/{performance.slug(family)}.html"]
+        data = {"families": [[family, family_file(family), f"performance/{performance.slug(family)}.html", formulas(family)]
                              for family in self.families],
                 "sections": [[s.title, headers.to_html(s.text, self.link)] for s in sections],
                 "layouts": LAYOUTS, "elements": ELEMENTS,
@@ -251,7 +269,7 @@ class Site:
                 sections.append(self.functions[name].section)
         body += (f'<p>{len(names)} functions of <code>{sections[0].header}</code>. '
                  f'<a href="performance/{performance.slug(family)}.html">How fast they are</a>. '
-                 f'<a href="exactness.html">Formulas to the last bit</a>.</p>\n')
+                 f'<a href="{formulas(family)}">Formulas to the last bit</a>.</p>\n')
         for section in sections:
             body += f"<h2>{escape(section.title)}</h2>\n{headers.to_html(section.text, self.link)}\n"
             for group in section.groups:

@@ -207,6 +207,11 @@ def check_functions(checks, chromium, address, catalogue):
       })()""")
     checks.that(not wrong, f"parts are missing of {wrong}")
     checks.that(chromium.run("pxlcc.functions.length") == len(catalogue), "functions of the catalogue")
+    chapters = chromium.run("[...new Set(pxlcc.families.flatMap((f) => f.slice(1)))]")
+    for chapter in chapters:
+        path, _, fragment = chapter.partition("#")
+        target = pathlib.Path(urllib.parse.urlparse(address).path).parent / path
+        checks.that(target.is_file() and (not fragment or fragment in Page(target).ids), f"link of the finder to {chapter}")
     answers = chromium.run("byName.get('pxliBGRToYCbCr420_8u_C3P3R').parameters.map((p) => p[2])")
     checks.that(answers == [[["null", "pxlStatusNullPointer"]], [],
                             [["null", "pxlStatusNullPointer"], ["null entry", "pxlStatusNullPointer"]], [],

@@ -68,7 +68,7 @@ class Image:
             second = f"({row})" if "/" in row else row
             order = ", ".join(channels(shape["space"])[:plane["channels"]])
             note = ""
-            if len(shape["planes"]) == 1 and plane["channels"] >= 3:
+            if len(shape["planes"]) == 1 and plane["channels"] >= 3 and shape["space"] != "Color":
                 note = f"  /* {order}{', and a fourth' if plane['channels'] == 4 else ''} */"
             self.lines.append(f"static {type_name} {name}[{first} * {second}];{note}")
             is_byte = plane["element"] in ("8u", "8s")
@@ -84,6 +84,10 @@ class Image:
         steps = self.steps if type_name == "int" else [s.replace("(int)", "(int64_t)") for s in self.steps]
         self.after.append(f"{type_name} {self.prefix}Step[{len(steps)}] = {{{', '.join(steps)}}};")
         return f"{self.prefix}Step"
+
+
+def includes(text):
+    return "#include <pxlcc.h>\n" + ("#include <stdlib.h>\n" if "malloc" in text else "")
 
 
 def example(function, export):
@@ -152,7 +156,7 @@ def example(function, export):
     call, line = [], start
     for i, argument in enumerate(arguments):
         piece = argument + (", " if i + 1 < len(arguments) else ");")
-        if len(line) + len(piece.rstrip()) > 100:
+        if len(line) + len(piece.rstrip()) > 84:
             call.append(line.rstrip())
             line = "    "
         line += piece

@@ -125,16 +125,15 @@ function copyButton(text) {
 }
 
 function describe(f) {
-  const [family, familyPage, speedPage] = pxlcc.families[f.family];
+  const [family, familyPage, speedPage, formulas] = pxlcc.families[f.family];
   const [sectionTitle, sectionText] = pxlcc.sections[f.section];
   const side = ({ space, type, layout, sampling }) => [space, type, layout, sampling === "full" ? "" : sampling].filter(Boolean).join(" ");
   const documentation = element("div");
   documentation.innerHTML = f.text;  // made by the generator from the headers
-  const family_text = element("details", {}, element("summary", {}, `Of the whole group: ${sectionTitle}`));
+  const wholeGroup = element("details", f.text.length < 300 ? { open: "" } : {}, element("summary", {}, `Of the whole group: ${sectionTitle}`));
   const section = element("div");
   section.innerHTML = sectionText;
-  family_text.append(section);
-  const include = "#include <pxlcc.h>\n\n" + (f.example.includes("malloc") ? f.example.replace(/^/, "#include <stdlib.h>\n\n") : f.example);
+  wholeGroup.append(section);
   const parts = [
     element("a", { class: "back", href: filtersAsAddress() }, "← all results"),
     element("h1", {}, f.name), element("p", {}, f.summary),
@@ -143,11 +142,11 @@ function describe(f) {
     element("pre", { tabindex: "0" }, f.declaration),
     element("h2", {}, "Arguments and statuses"),
     table("parameters", ["Parameter", "What it is", "Answers"], f.parameters.map(([text, meaning, list]) => [element("code", {}, text), meaning, answers(list)])),
-    element("h2", {}, "What it does"), documentation, family_text,
+    element("h2", {}, "What it does"), documentation, wholeGroup,
     element("p", {}, element("a", { href: `${familyPage}#${f.name}` }, `In the family: ${family}`), ". ",
-      element("a", { href: "exactness.html" }, "Formulas to the last bit"), "."),
-    element("div", { class: "heading" }, element("h2", {}, "Example"), copyButton(include)),
-    element("pre", { tabindex: "0" }, include),
+      element("a", { href: formulas }, "Formulas to the last bit"), "."),
+    element("div", { class: "heading" }, element("h2", {}, "Example"), copyButton(f.example)),
+    element("pre", { tabindex: "0" }, f.example),
   ];
   if (f.speeds.length) {
     parts.push(element("h2", {}, "Speed"), table("speeds", ["Image", "Target", "ns a pixel", "copies", "best other library, over ours"],
