@@ -313,6 +313,8 @@ class Site:
         titles = {}
         for document in sorted((ROOT / "docs").rglob("*.md")):
             path = str(document.relative_to(ROOT / "docs").with_suffix(".html"))
+            if path in ("families.html", "functions.html", "documents.html", "index.html"):
+                raise SystemExit(f"{document}: the site makes a page of that name")
             title, body = markdown.to_html(document.read_text(), self.document_link(document))
             if path == "guide.html":
                 body += self.status_table()
