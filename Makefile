@@ -22,11 +22,7 @@ TEST_TIMEOUT ?= 600
 JOBS ?= $(shell nproc)
 BUILD = build/$(PRESET)
 
-<<<<<<< HEAD
-.PHONY: help demo test bench performance accuracy golden python python-test install format format-check clean
-=======
-.PHONY: help demo test bench performance site accuracy install format format-check clean
->>>>>>> 36b855f (Reference site: guide, families, exactness, performance, and a finder for every function)
+.PHONY: help demo test bench bench-program performance site accuracy golden python python-test install format format-check clean
 
 help:
 	@sed -n '3,/^$$/s/^# \{0,1\}//p' Makefile
@@ -47,18 +43,19 @@ test:
 	cmake --build $(BUILD)
 	ctest --test-dir $(BUILD) --parallel $(JOBS) --output-on-failure --no-tests=error --timeout $(TEST_TIMEOUT)
 
-bench: PRESET = bench
-bench:
+bench bench-program performance: PRESET = bench
+bench-program:
 	@scripts/install-packages build bench
 	cmake --preset $(PRESET) >/dev/null
 	cmake --build $(BUILD) --target pxlcc_bench
+
+bench: bench-program
 	$(BUILD)/bench/pxlcc_bench $(BENCH_ARGS)
 
-performance:
+performance: bench-program
 	@scripts/install-packages pages
-	@$(MAKE) --no-print-directory bench BENCH_ARGS=--list >/dev/null
-	build/bench/bench/pxlcc_bench --json build/measurements.json >build/measurements.md
-	mv build/measurements.json docs/performance/
+	$(BUILD)/bench/pxlcc_bench --json $(BUILD)/measurements.json $(BENCH_ARGS) >$(BUILD)/measurements.md
+	mv $(BUILD)/measurements.json docs/performance/
 	python3 site/performance.py
 
 site:

@@ -3,6 +3,7 @@
 // One thread, no scaling, with the faster of its two cheapest filters. Where chroma has to be thinned out, SWS_POINT
 // takes some of the samples where this library averages all of them, so it has less to do.
 extern "C" {
+#include <libavutil/log.h>
 #include <libavutil/pixdesc.h>
 #include <libswscale/swscale.h>
 }
@@ -137,6 +138,7 @@ std::optional<Peer> find(const Images& images) {
 }  // namespace
 
 PeerLibrary swscaleLibrary() {
+    av_log_set_level(AV_LOG_ERROR);  // it says so when it finds no fast way
     const unsigned version = swscale_version();
     return {"swscale", std::to_string(version >> 16) + "." + std::to_string(version >> 8 & 255), find};
 }
