@@ -224,15 +224,25 @@ def gray_to_rgb(gray: Array, alpha: Optional[float] = None, *, out: Optional[Arr
     return _run(_choose(candidates, gray, out, "gray to rgb"), gray, out, {"alpha": alpha})
 
 
+def _is_same(a: Any, b: Any) -> bool:
+    """Whether two arguments are the same object or the same view of memory."""
+    if a is b:
+        return True
+    if not isinstance(a, np.ndarray) or not isinstance(b, np.ndarray):
+        return False
+    return (a.shape, a.strides, a.dtype, a.ctypes.data) == (b.shape, b.strides, b.dtype, b.ctypes.data)
+
+
 def _here_or_there(operation: str, words: Callable[[Export], bool], image: Any, out: Any,
                    arguments: Dict[str, Any]) -> Any:
     """An operation that has exports in place too: for these `out` is the image itself."""
     candidates = [e for e in _operation(*operation.split()) if words(e)]
-    if out is not None and out is image:
+    if out is not None and _is_same(image, out):
         layouts, dtype = _layouts(image, "image"), _dtype(image)
         for export in candidates:
             if export.in_place and export.source.layout in layouts and export.source.dtype == dtype:
-                return export.function(image, **{k: v for k, v in arguments.items() if k in export.arguments})
+                export.function(out, **{k: v for k, v in arguments.items() if k in export.arguments})
+                return out
     export = _choose(candidates, image, out, operation.split()[0])
     return _run(export, image, out, arguments)
 

@@ -91,6 +91,9 @@ def test_colour_twist_in_the_documented_order(picture, rng):
     model = np.stack([(row[3] + c0 * row[0]) + (c2 * row[2] + c1 * row[1]) for row in matrix], -1)
     assert (pxlcc.color_twist(image, matrix) == model).all()
     assert pxlcc.color_twist(image, matrix, out=image) is image and (image == model).all()
+    region = image[3:9, 5:20]
+    model = pxlcc.color_twist(region, matrix)
+    assert pxlcc.color_twist(image[3:9, 5:20], matrix, out=region) is region and (region == model).all()
     swap = pxlcc.color_twist(picture, [[0, 0, 1, 0], [0, 1, 0, 0], [1, 0, 0, 0]])
     assert (swap == picture[..., ::-1]).all()
 
