@@ -13,11 +13,12 @@ namespace {
 const HlsKernels& kernels() { return forActiveTarget(sse42::kHlsKernels, avx2::kHlsKernels, avx512::kHlsKernels); }
 
 // RGB: pointers, then the size; steps are not tested.
-template <class T>
+template <int kChannels, class T>
 PxlStatus interleaved(HlsKernels::Row<const T*, T*> kernel, const T* pSrc, int srcStep, T* pDst, int dstStep,
                       PxlSize roiSize) {
     if (const PxlStatus bad = firstBad(notNull(pSrc, pDst), atLeast(roiSize, 1, 1))) return bad;
-    return eachRow(roiSize, kernel, view(pSrc, wholeSamples<T>(srcStep)), view(pDst, wholeSamples<T>(dstStep)));
+    return eachRunOfGroups<16>(roiSize, kernel, packed<kChannels>(pSrc, wholeSamples<T>(srcStep)),
+                               packed<kChannels>(pDst, wholeSamples<T>(dstStep)));
 }
 
 // One side of a BGR function by what its kernel sees of a row: an image, or planes with a common step.
@@ -50,67 +51,67 @@ PxlStatus bgr(HlsKernels::Row<Source, Destination> kernel, From* pSrc, int srcSt
 }  // namespace
 
 PxlStatus pxliRGBToHLS_8u_C3R(const Pxl8u* pSrc, int srcStep, Pxl8u* pDst, int dstStep, PxlSize roiSize) {
-    return interleaved(kernels().fromRgb.u8.c3, pSrc, srcStep, pDst, dstStep, roiSize);
+    return interleaved<3>(kernels().fromRgb.u8.c3, pSrc, srcStep, pDst, dstStep, roiSize);
 }
 
 PxlStatus pxliRGBToHLS_8u_AC4R(const Pxl8u* pSrc, int srcStep, Pxl8u* pDst, int dstStep, PxlSize roiSize) {
-    return interleaved(kernels().fromRgb.u8.ac4, pSrc, srcStep, pDst, dstStep, roiSize);
+    return interleaved<4>(kernels().fromRgb.u8.ac4, pSrc, srcStep, pDst, dstStep, roiSize);
 }
 
 PxlStatus pxliRGBToHLS_16u_C3R(const Pxl16u* pSrc, int srcStep, Pxl16u* pDst, int dstStep, PxlSize roiSize) {
-    return interleaved(kernels().fromRgb.u16.c3, pSrc, srcStep, pDst, dstStep, roiSize);
+    return interleaved<3>(kernels().fromRgb.u16.c3, pSrc, srcStep, pDst, dstStep, roiSize);
 }
 
 PxlStatus pxliRGBToHLS_16u_AC4R(const Pxl16u* pSrc, int srcStep, Pxl16u* pDst, int dstStep, PxlSize roiSize) {
-    return interleaved(kernels().fromRgb.u16.ac4, pSrc, srcStep, pDst, dstStep, roiSize);
+    return interleaved<4>(kernels().fromRgb.u16.ac4, pSrc, srcStep, pDst, dstStep, roiSize);
 }
 
 PxlStatus pxliRGBToHLS_16s_C3R(const Pxl16s* pSrc, int srcStep, Pxl16s* pDst, int dstStep, PxlSize roiSize) {
-    return interleaved(kernels().fromRgb.s16.c3, pSrc, srcStep, pDst, dstStep, roiSize);
+    return interleaved<3>(kernels().fromRgb.s16.c3, pSrc, srcStep, pDst, dstStep, roiSize);
 }
 
 PxlStatus pxliRGBToHLS_16s_AC4R(const Pxl16s* pSrc, int srcStep, Pxl16s* pDst, int dstStep, PxlSize roiSize) {
-    return interleaved(kernels().fromRgb.s16.ac4, pSrc, srcStep, pDst, dstStep, roiSize);
+    return interleaved<4>(kernels().fromRgb.s16.ac4, pSrc, srcStep, pDst, dstStep, roiSize);
 }
 
 PxlStatus pxliRGBToHLS_32f_C3R(const Pxl32f* pSrc, int srcStep, Pxl32f* pDst, int dstStep, PxlSize roiSize) {
-    return interleaved(kernels().fromRgb.f32.c3, pSrc, srcStep, pDst, dstStep, roiSize);
+    return interleaved<3>(kernels().fromRgb.f32.c3, pSrc, srcStep, pDst, dstStep, roiSize);
 }
 
 PxlStatus pxliRGBToHLS_32f_AC4R(const Pxl32f* pSrc, int srcStep, Pxl32f* pDst, int dstStep, PxlSize roiSize) {
-    return interleaved(kernels().fromRgb.f32.ac4, pSrc, srcStep, pDst, dstStep, roiSize);
+    return interleaved<4>(kernels().fromRgb.f32.ac4, pSrc, srcStep, pDst, dstStep, roiSize);
 }
 
 PxlStatus pxliHLSToRGB_8u_C3R(const Pxl8u* pSrc, int srcStep, Pxl8u* pDst, int dstStep, PxlSize roiSize) {
-    return interleaved(kernels().toRgb.u8.c3, pSrc, srcStep, pDst, dstStep, roiSize);
+    return interleaved<3>(kernels().toRgb.u8.c3, pSrc, srcStep, pDst, dstStep, roiSize);
 }
 
 PxlStatus pxliHLSToRGB_8u_AC4R(const Pxl8u* pSrc, int srcStep, Pxl8u* pDst, int dstStep, PxlSize roiSize) {
-    return interleaved(kernels().toRgb.u8.ac4, pSrc, srcStep, pDst, dstStep, roiSize);
+    return interleaved<4>(kernels().toRgb.u8.ac4, pSrc, srcStep, pDst, dstStep, roiSize);
 }
 
 PxlStatus pxliHLSToRGB_16u_C3R(const Pxl16u* pSrc, int srcStep, Pxl16u* pDst, int dstStep, PxlSize roiSize) {
-    return interleaved(kernels().toRgb.u16.c3, pSrc, srcStep, pDst, dstStep, roiSize);
+    return interleaved<3>(kernels().toRgb.u16.c3, pSrc, srcStep, pDst, dstStep, roiSize);
 }
 
 PxlStatus pxliHLSToRGB_16u_AC4R(const Pxl16u* pSrc, int srcStep, Pxl16u* pDst, int dstStep, PxlSize roiSize) {
-    return interleaved(kernels().toRgb.u16.ac4, pSrc, srcStep, pDst, dstStep, roiSize);
+    return interleaved<4>(kernels().toRgb.u16.ac4, pSrc, srcStep, pDst, dstStep, roiSize);
 }
 
 PxlStatus pxliHLSToRGB_16s_C3R(const Pxl16s* pSrc, int srcStep, Pxl16s* pDst, int dstStep, PxlSize roiSize) {
-    return interleaved(kernels().toRgb.s16.c3, pSrc, srcStep, pDst, dstStep, roiSize);
+    return interleaved<3>(kernels().toRgb.s16.c3, pSrc, srcStep, pDst, dstStep, roiSize);
 }
 
 PxlStatus pxliHLSToRGB_16s_AC4R(const Pxl16s* pSrc, int srcStep, Pxl16s* pDst, int dstStep, PxlSize roiSize) {
-    return interleaved(kernels().toRgb.s16.ac4, pSrc, srcStep, pDst, dstStep, roiSize);
+    return interleaved<4>(kernels().toRgb.s16.ac4, pSrc, srcStep, pDst, dstStep, roiSize);
 }
 
 PxlStatus pxliHLSToRGB_32f_C3R(const Pxl32f* pSrc, int srcStep, Pxl32f* pDst, int dstStep, PxlSize roiSize) {
-    return interleaved(kernels().toRgb.f32.c3, pSrc, srcStep, pDst, dstStep, roiSize);
+    return interleaved<3>(kernels().toRgb.f32.c3, pSrc, srcStep, pDst, dstStep, roiSize);
 }
 
 PxlStatus pxliHLSToRGB_32f_AC4R(const Pxl32f* pSrc, int srcStep, Pxl32f* pDst, int dstStep, PxlSize roiSize) {
-    return interleaved(kernels().toRgb.f32.ac4, pSrc, srcStep, pDst, dstStep, roiSize);
+    return interleaved<4>(kernels().toRgb.f32.ac4, pSrc, srcStep, pDst, dstStep, roiSize);
 }
 
 PxlStatus pxliBGRToHLS_8u_C3P3R(const Pxl8u* pSrc, int srcStep, Pxl8u* pDst[3], int dstStep, PxlSize roiSize) {

@@ -32,33 +32,33 @@ PxlStatus fromDense420(Kernel kernel, const Pxl8u* const pSrc[3], Pairs dst, Pxl
 
 PxlStatus pxliYUVToRGB_8u_C3R(const Pxl8u* pSrc, int srcStep, Pxl8u* pDst, int dstStep, PxlSize roiSize) {
     if (const PxlStatus bad = firstBad(notNull(pSrc, pDst), atLeast(roiSize, 1, 1))) return bad;
-    return eachRow(roiSize, kernels().c3, view(pSrc, srcStep), view(pDst, dstStep));
+    return eachRunOfGroups<16>(roiSize, kernels().c3, packed<3>(pSrc, srcStep), packed<3>(pDst, dstStep));
 }
 
 PxlStatus pxliYUVToRGB_8u_AC4R(const Pxl8u* pSrc, int srcStep, Pxl8u* pDst, int dstStep, PxlSize roiSize) {
     if (const PxlStatus bad = firstBad(notNull(pSrc, pDst), atLeast(roiSize, 1, 1))) return bad;
-    return eachRow(roiSize, kernels().ac4, view(pSrc, srcStep), view(pDst, dstStep));
+    return eachRunOfGroups<16>(roiSize, kernels().ac4, packed<4>(pSrc, srcStep), packed<4>(pDst, dstStep));
 }
 
 PxlStatus pxliYUVToRGB_8u_C3C4R(const Pxl8u* pSrc, int srcStep, Pxl8u* pDst, int dstStep, PxlSize roiSize) {
     if (const PxlStatus bad = firstBad(notNull(pSrc, pDst), atLeast(roiSize, 1, 1))) return bad;
-    return eachRow(roiSize, kernels().c3ToAC4, view(pSrc, srcStep), view(pDst, dstStep));
+    return eachRunOfGroups<16>(roiSize, kernels().c3ToAC4, packed<3>(pSrc, srcStep), packed<4>(pDst, dstStep));
 }
 
 PxlStatus pxliYUVToRGB_8u_P3C3R(const Pxl8u* pSrc[3], int srcStep, Pxl8u* pDst, int dstStep, PxlSize roiSize) {
     if (const PxlStatus bad = firstBad(notNull(pSrc, pDst), atLeast(roiSize, 1, 1), noNullIn<3>(pSrc))) return bad;
-    return eachRow(roiSize, kernels().planesToC3, planes<3>(pSrc, srcStep), view(pDst, dstStep));
+    return eachRunOfGroups<16>(roiSize, kernels().planesToC3, planes<3>(pSrc, srcStep), packed<3>(pDst, dstStep));
 }
 
 PxlStatus pxliYUVToRGB_8u_P3R(const Pxl8u* pSrc[3], int srcStep, Pxl8u* pDst[3], int dstStep, PxlSize roiSize) {
     if (const PxlStatus bad = firstBad(notNull(pSrc, pDst), atLeast(roiSize, 1, 1), noNullIn<3>(pSrc, pDst)))
         return bad;
-    return eachRow(roiSize, kernels().planes, planes<3>(pSrc, srcStep), planes<3>(pDst, dstStep));
+    return eachRunOfGroups<16>(roiSize, kernels().planes, planes<3>(pSrc, srcStep), planes<3>(pDst, dstStep));
 }
 
 PxlStatus pxliYUV422ToRGB_8u_C2C3R(const Pxl8u* pSrc, int srcStep, Pxl8u* pDst, int dstStep, PxlSize roiSize) {
     if (const PxlStatus bad = firstBad(notNull(pSrc, pDst), atLeast(roiSize, 1, 1))) return bad;
-    return eachRow(roiSize, kernels().packed422ToC3, view(pSrc, srcStep), view(pDst, dstStep));
+    return eachRunOfGroups<16>(roiSize, kernels().packed422ToC3, packed<2>(pSrc, srcStep), packed<3>(pDst, dstStep));
 }
 
 PxlStatus pxliYUV422ToRGB_8u_P3C3R(const Pxl8u* pSrc[3], int srcStep[3], Pxl8u* pDst, int dstStep, PxlSize roiSize) {

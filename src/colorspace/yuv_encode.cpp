@@ -31,33 +31,33 @@ PxlStatus toDense420(Kernel kernel, Pairs src, Pxl8u* const pDst[3], PxlSize siz
 
 PxlStatus pxliRGBToYUV_8u_C3R(const Pxl8u* pSrc, int srcStep, Pxl8u* pDst, int dstStep, PxlSize roiSize) {
     if (const PxlStatus bad = firstBad(notNull(pSrc, pDst), atLeast(roiSize, 1, 1))) return bad;
-    return eachRow(roiSize, kernels().c3, view(pSrc, srcStep), view(pDst, dstStep));
+    return eachRunOfGroups<16>(roiSize, kernels().c3, packed<3>(pSrc, srcStep), packed<3>(pDst, dstStep));
 }
 
 PxlStatus pxliRGBToYUV_8u_AC4R(const Pxl8u* pSrc, int srcStep, Pxl8u* pDst, int dstStep, PxlSize roiSize) {
     if (const PxlStatus bad = firstBad(notNull(pSrc, pDst), atLeast(roiSize, 1, 1))) return bad;
-    return eachRow(roiSize, kernels().ac4, view(pSrc, srcStep), view(pDst, dstStep));
+    return eachRunOfGroups<16>(roiSize, kernels().ac4, packed<4>(pSrc, srcStep), packed<4>(pDst, dstStep));
 }
 
 PxlStatus pxliRGBToYUV_8u_C3P3R(const Pxl8u* pSrc, int srcStep, Pxl8u* pDst[3], int dstStep, PxlSize roiSize) {
     if (const PxlStatus bad = firstBad(notNull(pSrc, pDst), atLeast(roiSize, 1, 1), noNullIn<3>(pDst))) return bad;
-    return eachRow(roiSize, kernels().c3ToPlanes, view(pSrc, srcStep), planes<3>(pDst, dstStep));
+    return eachRunOfGroups<16>(roiSize, kernels().c3ToPlanes, packed<3>(pSrc, srcStep), planes<3>(pDst, dstStep));
 }
 
 PxlStatus pxliRGBToYUV_8u_AC4P4R(const Pxl8u* pSrc, int srcStep, Pxl8u* pDst[4], int dstStep, PxlSize roiSize) {
     if (const PxlStatus bad = firstBad(notNull(pSrc, pDst), atLeast(roiSize, 1, 1), noNullIn<4>(pDst))) return bad;
-    return eachRow(roiSize, kernels().ac4ToPlanes, view(pSrc, srcStep), planes<4>(pDst, dstStep));
+    return eachRunOfGroups<16>(roiSize, kernels().ac4ToPlanes, packed<4>(pSrc, srcStep), planes<4>(pDst, dstStep));
 }
 
 PxlStatus pxliRGBToYUV_8u_P3R(const Pxl8u* pSrc[3], int srcStep, Pxl8u* pDst[3], int dstStep, PxlSize roiSize) {
     if (const PxlStatus bad = firstBad(notNull(pSrc, pDst), atLeast(roiSize, 1, 1), noNullIn<3>(pSrc, pDst)))
         return bad;
-    return eachRow(roiSize, kernels().planes, planes<3>(pSrc, srcStep), planes<3>(pDst, dstStep));
+    return eachRunOfGroups<16>(roiSize, kernels().planes, planes<3>(pSrc, srcStep), planes<3>(pDst, dstStep));
 }
 
 PxlStatus pxliRGBToYUV422_8u_C3C2R(const Pxl8u* pSrc, int srcStep, Pxl8u* pDst, int dstStep, PxlSize roiSize) {
     if (const PxlStatus bad = firstBad(notNull(pSrc, pDst), atLeast(roiSize, 1, 1))) return bad;
-    return eachRow(roiSize, kernels().c3To422Packed, view(pSrc, srcStep), view(pDst, dstStep));
+    return eachRunOfGroups<16>(roiSize, kernels().c3To422Packed, packed<3>(pSrc, srcStep), packed<2>(pDst, dstStep));
 }
 
 PxlStatus pxliRGBToYUV422_8u_C3P3R(const Pxl8u* pSrc, int srcStep, Pxl8u* pDst[3], int dstStep[3], PxlSize roiSize) {

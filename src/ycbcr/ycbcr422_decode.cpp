@@ -26,18 +26,19 @@ PxlStatus fromPlanes(Kernels::FromPlanes kernel, const Pxl8u* pSrc[3], const int
 
 PxlStatus pxliYCbCr422ToRGB_8u_C2C3R(const Pxl8u* pSrc, int srcStep, Pxl8u* pDst, int dstStep, PxlSize roiSize) {
     if (const PxlStatus bad = firstBad(notNull(pSrc, pDst), atLeast(roiSize, 1, 1))) return bad;
-    return eachRow(roiSize, kernels().ycbcrToRgbC3, view(pSrc, srcStep), view(pDst, dstStep));
+    return eachRunOfGroups<16>(roiSize, kernels().ycbcrToRgbC3, packed<2>(pSrc, srcStep), packed<3>(pDst, dstStep));
 }
 
 PxlStatus pxliYCbCr422ToRGB_8u_C2C4R(const Pxl8u* pSrc, int srcStep, Pxl8u* pDst, int dstStep, PxlSize roiSize,
                                      Pxl8u aval) {
     if (const PxlStatus bad = firstBad(notNull(pSrc, pDst), atLeast(roiSize, 1, 1))) return bad;
-    return eachRow(roiSize, kernels().ycbcrToRgbC4, view(pSrc, srcStep), view(pDst, dstStep), same(aval));
+    return eachRunOfGroups<16>(roiSize, kernels().ycbcrToRgbC4, packed<2>(pSrc, srcStep), packed<4>(pDst, dstStep),
+                               same(aval));
 }
 
 PxlStatus pxliYCbCr422ToRGB_8u_C2P3R(const Pxl8u* pSrc, int srcStep, Pxl8u* pDst[3], int dstStep, PxlSize roiSize) {
     if (const PxlStatus bad = firstBad(notNull(pSrc, pDst), atLeast(roiSize, 1, 1), noNullIn<3>(pDst))) return bad;
-    return eachRow(roiSize, kernels().ycbcrToRgbP3, view(pSrc, srcStep), planes<3>(pDst, dstStep));
+    return eachRunOfGroups<16>(roiSize, kernels().ycbcrToRgbP3, packed<2>(pSrc, srcStep), planes<3>(pDst, dstStep));
 }
 
 PxlStatus pxliYCbCr422ToRGB_8u_P3C3R(const Pxl8u* pSrc[3], int srcStep[3], Pxl8u* pDst, int dstStep, PxlSize roiSize) {
@@ -47,13 +48,14 @@ PxlStatus pxliYCbCr422ToRGB_8u_P3C3R(const Pxl8u* pSrc[3], int srcStep[3], Pxl8u
 
 PxlStatus pxliYCbCr422ToBGR_8u_C2C3R(const Pxl8u* pSrc, int srcStep, Pxl8u* pDst, int dstStep, PxlSize roiSize) {
     if (const PxlStatus bad = firstBad(notNull(pSrc, pDst), atLeast(roiSize, 1, 1))) return bad;
-    return eachRow(roiSize, kernels().ycbcrToBgrC3, view(pSrc, srcStep), view(pDst, dstStep));
+    return eachRunOfGroups<16>(roiSize, kernels().ycbcrToBgrC3, packed<2>(pSrc, srcStep), packed<3>(pDst, dstStep));
 }
 
 PxlStatus pxliYCbCr422ToBGR_8u_C2C4R(const Pxl8u* pSrc, int srcStep, Pxl8u* pDst, int dstStep, PxlSize roiSize,
                                      Pxl8u aval) {
     if (const PxlStatus bad = firstBad(notNull(pSrc, pDst), atLeast(roiSize, 2, 1))) return bad;
-    return eachRow(roiSize, kernels().ycbcrToBgrC4, view(pSrc, srcStep), view(pDst, dstStep), same(aval));
+    return eachRunOfGroups<16>(roiSize, kernels().ycbcrToBgrC4, packed<2>(pSrc, srcStep), packed<4>(pDst, dstStep),
+                               same(aval));
 }
 
 PxlStatus pxliYCbCr422ToBGR_8u_P3C3R(const Pxl8u* pSrc[3], int srcStep[3], Pxl8u* pDst, int dstStep, PxlSize roiSize) {
@@ -63,50 +65,55 @@ PxlStatus pxliYCbCr422ToBGR_8u_P3C3R(const Pxl8u* pSrc[3], int srcStep[3], Pxl8u
 
 PxlStatus pxliYCrCb422ToRGB_8u_C2C3R(const Pxl8u* pSrc, int srcStep, Pxl8u* pDst, int dstStep, PxlSize roiSize) {
     if (const PxlStatus bad = firstBad(notNull(pSrc, pDst), atLeast(roiSize, 1, 1))) return bad;
-    return eachRow(roiSize, kernels().ycrcbToRgbC3, view(pSrc, srcStep), view(pDst, dstStep));
+    return eachRunOfGroups<16>(roiSize, kernels().ycrcbToRgbC3, packed<2>(pSrc, srcStep), packed<3>(pDst, dstStep));
 }
 
 PxlStatus pxliYCrCb422ToRGB_8u_C2C4R(const Pxl8u* pSrc, int srcStep, Pxl8u* pDst, int dstStep, PxlSize roiSize,
                                      Pxl8u aval) {
     if (const PxlStatus bad = firstBad(notNull(pSrc, pDst), atLeast(roiSize, 1, 1))) return bad;
-    return eachRow(roiSize, kernels().ycrcbToRgbC4, view(pSrc, srcStep), view(pDst, dstStep), same(aval));
+    return eachRunOfGroups<16>(roiSize, kernels().ycrcbToRgbC4, packed<2>(pSrc, srcStep), packed<4>(pDst, dstStep),
+                               same(aval));
 }
 
 PxlStatus pxliYCrCb422ToRGB_8u_C2P3R(const Pxl8u* pSrc, int srcStep, Pxl8u* pDst[3], int dstStep, PxlSize roiSize) {
     if (const PxlStatus bad = firstBad(notNull(pSrc, pDst), atLeast(roiSize, 1, 1), noNullIn<3>(pDst))) return bad;
-    return eachRow(roiSize, kernels().ycrcbToRgbP3, view(pSrc, srcStep), planes<3>(pDst, dstStep));
+    return eachRunOfGroups<16>(roiSize, kernels().ycrcbToRgbP3, packed<2>(pSrc, srcStep), planes<3>(pDst, dstStep));
 }
 
 PxlStatus pxliYCrCb422ToBGR_8u_C2C3R(const Pxl8u* pSrc, int srcStep, Pxl8u* pDst, int dstStep, PxlSize roiSize) {
     if (const PxlStatus bad = firstBad(notNull(pSrc, pDst), atLeast(roiSize, 1, 1))) return bad;
-    return eachRow(roiSize, kernels().ycrcbToBgrC3, view(pSrc, srcStep), view(pDst, dstStep));
+    return eachRunOfGroups<16>(roiSize, kernels().ycrcbToBgrC3, packed<2>(pSrc, srcStep), packed<3>(pDst, dstStep));
 }
 
 PxlStatus pxliYCrCb422ToBGR_8u_C2C4R(const Pxl8u* pSrc, int srcStep, Pxl8u* pDst, int dstStep, PxlSize roiSize,
                                      Pxl8u aval) {
     if (const PxlStatus bad = firstBad(notNull(pSrc, pDst), atLeast(roiSize, 1, 1))) return bad;
-    return eachRow(roiSize, kernels().ycrcbToBgrC4, view(pSrc, srcStep), view(pDst, dstStep), same(aval));
+    return eachRunOfGroups<16>(roiSize, kernels().ycrcbToBgrC4, packed<2>(pSrc, srcStep), packed<4>(pDst, dstStep),
+                               same(aval));
 }
 
 PxlStatus pxliCbYCr422ToRGB_8u_C2C3R(const Pxl8u* pSrc, int srcStep, Pxl8u* pDst, int dstStep, PxlSize roiSize) {
     if (const PxlStatus bad = firstBad(notNull(pSrc, pDst), atLeast(roiSize, 1, 1))) return bad;
-    return eachRow(roiSize, kernels().cbycrToRgbC3, view(pSrc, srcStep), view(pDst, dstStep));
+    return eachRunOfGroups<16>(roiSize, kernels().cbycrToRgbC3, packed<2>(pSrc, srcStep), packed<3>(pDst, dstStep));
 }
 
 PxlStatus pxliCbYCr422ToBGR_8u_C2C4R(const Pxl8u* pSrc, int srcStep, Pxl8u* pDst, int dstStep, PxlSize roiSize,
                                      Pxl8u aval) {
     if (const PxlStatus bad = firstBad(notNull(pSrc, pDst), atLeast(roiSize, 1, 1))) return bad;
-    return eachRow(roiSize, kernels().cbycrToBgrC4, view(pSrc, srcStep), view(pDst, dstStep), same(aval));
+    return eachRunOfGroups<16>(roiSize, kernels().cbycrToBgrC4, packed<2>(pSrc, srcStep), packed<4>(pDst, dstStep),
+                               same(aval));
 }
 
 PxlStatus pxliCbYCr422ToBGR_709HDTV_8u_C2C3R(const Pxl8u* pSrc, int srcStep, Pxl8u* pDst, int dstStep,
                                              PxlSize roiSize) {
     if (const PxlStatus bad = firstBad(notNull(pSrc, pDst), atLeast(roiSize, 1, 1))) return bad;
-    return eachRow(roiSize, kernels().cbycr709HdtvToBgrC3, view(pSrc, srcStep), view(pDst, dstStep));
+    return eachRunOfGroups<16>(roiSize, kernels().cbycr709HdtvToBgrC3, packed<2>(pSrc, srcStep),
+                               packed<3>(pDst, dstStep));
 }
 
 PxlStatus pxliCbYCr422ToBGR_709HDTV_8u_C2C4R(const Pxl8u* pSrc, int srcStep, Pxl8u* pDst, int dstStep, PxlSize roiSize,
                                              Pxl8u aval) {
     if (const PxlStatus bad = firstBad(notNull(pSrc, pDst), atLeast(roiSize, 1, 1))) return bad;
-    return eachRow(roiSize, kernels().cbycr709HdtvToBgrC4, view(pSrc, srcStep), view(pDst, dstStep), same(aval));
+    return eachRunOfGroups<16>(roiSize, kernels().cbycr709HdtvToBgrC4, packed<2>(pSrc, srcStep),
+                               packed<4>(pDst, dstStep), same(aval));
 }

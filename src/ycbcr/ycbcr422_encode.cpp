@@ -18,7 +18,7 @@ const Ycbcr422EncodeKernels& kernels() {
 
 PxlStatus pxliRGBToYCbCr422_8u_C3C2R(const Pxl8u* pSrc, int srcStep, Pxl8u* pDst, int dstStep, PxlSize roiSize) {
     if (const PxlStatus bad = firstBad(notNull(pSrc, pDst), atLeast(roiSize, 1, 1))) return bad;
-    return eachRow(roiSize, kernels().rgbC3ToYcbcr, view(pSrc, srcStep), view(pDst, dstStep));
+    return eachRunOfGroups<16>(roiSize, kernels().rgbC3ToYcbcr, packed<3>(pSrc, srcStep), packed<2>(pDst, dstStep));
 }
 
 PxlStatus pxliRGBToYCbCr422_8u_C3P3R(const Pxl8u* pSrc, int srcStep, Pxl8u* pDst[3], int dstStep[3], PxlSize roiSize) {
@@ -28,27 +28,27 @@ PxlStatus pxliRGBToYCbCr422_8u_C3P3R(const Pxl8u* pSrc, int srcStep, Pxl8u* pDst
 
 PxlStatus pxliRGBToYCbCr422_8u_P3C2R(const Pxl8u* pSrc[3], int srcStep, Pxl8u* pDst, int dstStep, PxlSize roiSize) {
     if (const PxlStatus bad = firstBad(notNull(pSrc, pDst), atLeast(roiSize, 1, 1), noNullIn<3>(pSrc))) return bad;
-    return eachRow(roiSize, kernels().rgbP3ToYcbcr, planes<3>(pSrc, srcStep), view(pDst, dstStep));
+    return eachRunOfGroups<16>(roiSize, kernels().rgbP3ToYcbcr, planes<3>(pSrc, srcStep), packed<2>(pDst, dstStep));
 }
 
 PxlStatus pxliRGBToYCrCb422_8u_C3C2R(const Pxl8u* pSrc, int srcStep, Pxl8u* pDst, int dstStep, PxlSize roiSize) {
     if (const PxlStatus bad = firstBad(notNull(pSrc, pDst), atLeast(roiSize, 1, 1))) return bad;
-    return eachRow(roiSize, kernels().rgbC3ToYcrcb, view(pSrc, srcStep), view(pDst, dstStep));
+    return eachRunOfGroups<16>(roiSize, kernels().rgbC3ToYcrcb, packed<3>(pSrc, srcStep), packed<2>(pDst, dstStep));
 }
 
 PxlStatus pxliRGBToYCrCb422_8u_P3C2R(const Pxl8u* pSrc[3], int srcStep, Pxl8u* pDst, int dstStep, PxlSize roiSize) {
     if (const PxlStatus bad = firstBad(notNull(pSrc, pDst), atLeast(roiSize, 1, 1), noNullIn<3>(pSrc))) return bad;
-    return eachRow(roiSize, kernels().rgbP3ToYcrcb, planes<3>(pSrc, srcStep), view(pDst, dstStep));
+    return eachRunOfGroups<16>(roiSize, kernels().rgbP3ToYcrcb, planes<3>(pSrc, srcStep), packed<2>(pDst, dstStep));
 }
 
 PxlStatus pxliBGRToYCbCr422_8u_C3C2R(const Pxl8u* pSrc, int srcStep, Pxl8u* pDst, int dstStep, PxlSize roiSize) {
     if (const PxlStatus bad = firstBad(notNull(pSrc, pDst), atLeast(roiSize, 2, 1))) return bad;
-    return eachRow(roiSize, kernels().bgrC3ToYcbcr, view(pSrc, srcStep), view(pDst, dstStep));
+    return eachRunOfGroups<16>(roiSize, kernels().bgrC3ToYcbcr, packed<3>(pSrc, srcStep), packed<2>(pDst, dstStep));
 }
 
 PxlStatus pxliBGRToYCbCr422_8u_AC4C2R(const Pxl8u* pSrc, int srcStep, Pxl8u* pDst, int dstStep, PxlSize roiSize) {
     if (const PxlStatus bad = firstBad(notNull(pSrc, pDst), atLeast(roiSize, 2, 1))) return bad;
-    return eachRow(roiSize, kernels().bgrAC4ToYcbcr, view(pSrc, srcStep), view(pDst, dstStep));
+    return eachRunOfGroups<16>(roiSize, kernels().bgrAC4ToYcbcr, packed<4>(pSrc, srcStep), packed<2>(pDst, dstStep));
 }
 
 PxlStatus pxliBGRToYCbCr422_8u_C3P3R(const Pxl8u* pSrc, int srcStep, Pxl8u* pDst[3], int dstStep[3], PxlSize roiSize) {
@@ -73,17 +73,19 @@ PxlStatus pxliRGBToCbYCr422Gamma_8u_C3C2R(const Pxl8u* pSrc, int srcStep, Pxl8u*
 
 PxlStatus pxliBGRToCbYCr422_8u_AC4C2R(const Pxl8u* pSrc, int srcStep, Pxl8u* pDst, int dstStep, PxlSize roiSize) {
     if (const PxlStatus bad = firstBad(notNull(pSrc, pDst), atLeast(roiSize, 1, 1))) return bad;
-    return eachRow(roiSize, kernels().bgrAC4ToCbycr, view(pSrc, srcStep), view(pDst, dstStep));
+    return eachRunOfGroups<16>(roiSize, kernels().bgrAC4ToCbycr, packed<4>(pSrc, srcStep), packed<2>(pDst, dstStep));
 }
 
 PxlStatus pxliBGRToCbYCr422_709HDTV_8u_C3C2R(const Pxl8u* pSrc, int srcStep, Pxl8u* pDst, int dstStep,
                                              PxlSize roiSize) {
     if (const PxlStatus bad = firstBad(notNull(pSrc, pDst), atLeast(roiSize, 1, 1))) return bad;
-    return eachRow(roiSize, kernels().bgrC3ToCbycr709Hdtv, view(pSrc, srcStep), view(pDst, dstStep));
+    return eachRunOfGroups<16>(roiSize, kernels().bgrC3ToCbycr709Hdtv, packed<3>(pSrc, srcStep),
+                               packed<2>(pDst, dstStep));
 }
 
 PxlStatus pxliBGRToCbYCr422_709HDTV_8u_AC4C2R(const Pxl8u* pSrc, int srcStep, Pxl8u* pDst, int dstStep,
                                               PxlSize roiSize) {
     if (const PxlStatus bad = firstBad(notNull(pSrc, pDst), atLeast(roiSize, 1, 1))) return bad;
-    return eachRow(roiSize, kernels().bgrAC4ToCbycr709Hdtv, view(pSrc, srcStep), view(pDst, dstStep));
+    return eachRunOfGroups<16>(roiSize, kernels().bgrAC4ToCbycr709Hdtv, packed<4>(pSrc, srcStep),
+                               packed<2>(pDst, dstStep));
 }
