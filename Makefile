@@ -8,6 +8,7 @@
 #   make accuracy     distances of the colour spaces from their definitions
 #   make golden       the table of the bytes that every function gives, anew (pxlcc selftest compares with it)
 #   make python       build the Python package; make python-test runs its tests
+#   make gstreamer    build the GStreamer plugin; make gstreamer-test runs its tests, gstreamer-bench times it
 #   make install      build the library and the program and install them (PREFIX=/usr/local, DESTDIR=)
 #   make format       format the sources; format-check only tells
 #   make clean        remove what these tasks made
@@ -22,7 +23,8 @@ TEST_TIMEOUT ?= 600
 JOBS ?= $(shell nproc)
 BUILD = build/$(PRESET)
 
-.PHONY: help demo test bench bench-program performance site accuracy golden python python-test install format format-check clean
+.PHONY: help demo test bench bench-program performance site accuracy golden python python-test gstreamer \
+        gstreamer-test gstreamer-bench install format format-check clean
 
 help:
 	@sed -n '3,/^$$/s/^# \{0,1\}//p' Makefile
@@ -90,6 +92,22 @@ python:
 
 python-test: python
 	PYTHONPATH=$(CURDIR)/$(BUILD)/python /usr/bin/python3 -m pytest -q -p no:cacheprovider bindings/python/tests
+
+# The plugin with the element pxlccconvert, ready to use in $(BUILD)/gstreamer.
+gstreamer:
+	@scripts/install-packages build gstreamer
+	cmake --preset $(PRESET) -DPXLCC_BUILD_GSTREAMER=ON >/dev/null
+	cmake --build $(BUILD) --target pxlcc_gstreamer
+	@echo
+	@echo "To use it: export GST_PLUGIN_PATH=$(CURDIR)/$(BUILD)/gstreamer; then gst-inspect-1.0 pxlccconvert"
+
+gstreamer-test: gstreamer
+	cmake --build $(BUILD) --target pxlcc_gstreamer_tests
+	ctest --test-dir $(BUILD)/bindings/gstreamer --output-on-failure --no-tests=error --timeout $(TEST_TIMEOUT)
+
+gstreamer-bench: gstreamer
+	cmake --build $(BUILD) --target pxlcc_gstreamer_bench
+	$(BUILD)/bindings/gstreamer/pxlcc_gstreamer_bench $(BENCH_ARGS)
 
 # The program and the library alone, without what only the tests need.
 install: PRESET = install
