@@ -4,6 +4,7 @@ usage: build.py CATALOGUE.json FOLDER        CATALOGUE.json is what `pxlcc list 
 """
 import html
 import json
+import os
 import pathlib
 import re
 import shutil
@@ -16,6 +17,7 @@ import performance
 
 ROOT = pathlib.Path(__file__).resolve().parent.parent
 SITE = pathlib.Path(__file__).resolve().parent
+TOP_DOCUMENTS = [ROOT / "CONTRIBUTING.md", ROOT / "CHANGELOG.md"]  # those of docs/ are found by themselves
 MENU = [("functions.html", "Function finder"), ("guide.html", "Guide"), ("families.html", "Families"),
         ("exactness.html", "Exactness"), ("performance.html", "Performance"), ("documents.html", "More")]
 
@@ -126,6 +128,14 @@ class Site:
                     return family_file(self.exports[function.name]["family"])
         return "guide.html"
 
+    @staticmethod
+    def place_of(document):
+        """Where the site has a document or a file of docs/, or None."""
+        if document.is_relative_to(ROOT / "docs"):
+            place = document.relative_to(ROOT / "docs")
+            return str(place.with_suffix(".html") if place.suffix == ".md" else place)
+        return f"{document.stem.lower()}.html" if document in TOP_DOCUMENTS else None
+
     def document_link(self, document):
         """For the links of a document: to pages of the site, or nothing for files that it does not hold."""
         def link(address):
@@ -133,11 +143,10 @@ class Site:
                 return address
             path, _, fragment = address.partition("#")
             target = (document.parent / path).resolve()
-            if target.is_relative_to(ROOT / "docs") and target.exists():
-                if target.suffix == ".md":
-                    path = path.removesuffix(".md") + ".html"
-                return path + ("#" + fragment if fragment else "")
-            return None
+            place = self.place_of(target) if target.is_file() else None
+            if place is None:
+                return None
+            return os.path.relpath(place, os.path.dirname(self.place_of(document))) + ("#" + fragment if fragment else "")
         return link
 
     # ---- the finder
@@ -311,8 +320,8 @@ class Site:
 
     def documents(self):
         titles = {}
-        for document in sorted((ROOT / "docs").rglob("*.md")):
-            path = str(document.relative_to(ROOT / "docs").with_suffix(".html"))
+        for document in [*sorted((ROOT / "docs").rglob("*.md")), *TOP_DOCUMENTS]:
+            path = self.place_of(document)
             if path in ("families.html", "functions.html", "documents.html", "index.html"):
                 raise SystemExit(f"{document}: the site makes a page of that name")
             title, body = markdown.to_html(document.read_text(), self.document_link(document))

@@ -186,6 +186,16 @@ def check_keys(checks, chromium, address):
     checks.that(chromium.run("document.getElementById('detail').hidden") and chromium.run(focused).startswith(first), "Escape goes back")
 
 
+def check_front(checks, chromium, folder, catalogue):
+    chromium.open((folder / "index.html").as_uri())
+    chromium.run("document.getElementById('search').focus()")
+    chromium.type("uyvy")
+    chromium.key("Enter", "\r")
+    checks.that(chromium.wait("location.pathname.endsWith('/functions.html') && document.readyState === 'complete'"), "front page to finder")
+    uyvy = [e for e in catalogue if any(e[s]["space"] == "CbYCr" and e[s]["layout"] == "C2" for s in ("source", "destination"))]
+    checks.that(len(chromium.run(SHOWN)) == len(uyvy) > 0, "search from the front page")
+
+
 def check_functions(checks, chromium, address, catalogue):
     """Every function at its own address, with all its parts."""
     for name in ("pxliRGBToYCbCr_8u_C3R", catalogue[-1]["name"]):
@@ -243,8 +253,11 @@ def main():
         chromium.look("light", *DESK)
         check_filters(checks, chromium, address, catalogue)
         check_keys(checks, chromium, address)
+        check_front(checks, chromium, folder, catalogue)
         check_functions(checks, chromium, address, catalogue)
         check_phone(checks, chromium, address)
+        complaints = chromium.complaints()
+        checks.that(not complaints, f"the finder: console says {complaints}")
         check_pages(checks, chromium, folder, screenshots)
     finally:
         chromium.close()

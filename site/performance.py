@@ -197,7 +197,7 @@ def accuracy_chart(m, family, functions):
 
 def family_tables(m, functions):
     text, libraries = "", [p["name"] for p in m.setting["libraries"]]
-    best, second = m.targets[-1][0], (m.targets[-2][0] if len(m.targets) > 2 else None)
+    best, second = m.targets[-1][0], (m.targets[-2][0] if len(m.targets) > 1 else None)
 
     def ratios(result, ratio):
         first = f"{ratio(result['nanoseconds'][best]):.2f}"
@@ -287,15 +287,15 @@ def summary_page(m):
             "## Summary\n\nThe best other library's time over ours, geometric mean over the functions that have one:\n\n")
     rows = []
     for place in ("huge", "large", "small"):
-        for target, name in m.targets:
+        for target, name in m.targets if place in m.places else []:
             cells = []
             for accurate_only in (False, True):
                 mean, ratios = mean_ratio(m, m.places.get(place, {}).values(), target, accurate_only)
                 cells.append(f"{mean:.2f} ({len(ratios)} functions)" if mean else "-")
             rows.append([PLACE_TITLES[place], name, *cells])
     text += table(["Place", "Target", "against every library", "against those as accurate as ours"], rows, 2)
-    text += "## Families\n\nGeometric means over the family; in brackets the AVX2 target.\n\n" \
-        if len(m.targets) > 2 else "## Families\n\nGeometric means over the family.\n\n"
+    brackets = f"; in brackets with {m.targets[-2][1]}" if len(m.targets) > 1 else ""
+    text += f"## Families\n\nGeometric means over the family, with {m.targets[-1][1]}{brackets}.\n\n"
     rows = []
     for family, functions in m.families.items():
         cells = []
