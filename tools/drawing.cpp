@@ -66,7 +66,6 @@ void drawText(Image& picture, int x, int y, std::string_view text, Colour colour
     }
 }
 
-int textWidth(std::string_view text, int scale) { return static_cast<int>(text.size()) * kAdvance * scale; }
 
 void drawThumbnail(Image& picture, PxlRect area, const Image& original) {
     const PxlSize size = original.size();

@@ -19,7 +19,6 @@ void fillRectangle(Image& picture, PxlRect area, Colour colour);
 
 // Capitals, digits and signs of 5 x 7 pixels times `scale`; small letters become capitals.
 void drawText(Image& picture, int x, int y, std::string_view text, Colour colour, int scale = 1);
-int textWidth(std::string_view text, int scale = 1);
 
 // Draws a picture averaged down so that it fits into the area (never up), at its top left.
 void drawThumbnail(Image& picture, PxlRect area, const Image& original);
