@@ -66,7 +66,6 @@ void drawText(Image& picture, int x, int y, std::string_view text, Colour colour
     }
 }
 
-
 void drawThumbnail(Image& picture, PxlRect area, const Image& original) {
     const PxlSize size = original.size();
     const double step =

@@ -145,6 +145,19 @@ TYPED_TEST(VngDemosaicing, everySize) {
     }
 }
 
+// Longer than the strips that the image is converted in; and with differences so small that the least threshold counts.
+TYPED_TEST(VngDemosaicing, longRowsAndAlmostFlatOnes) {
+    Random random(84);
+    for (const int width : {131, 132, 133, 259, 260, 261, 300, 521}) {
+        auto image = Bayer<TypeParam>::random(width, 9, static_cast<PxlBayerGrid>(width % 4), random);
+        const PxlRect all = {0, 0, width, 9};
+        compare(image, all, nullptr, random);
+        for (TypeParam& sample : image.samples) sample = static_cast<TypeParam>(100 + random.oneIn(12));
+        compare(image, all, nullptr, random);
+        if (this->HasFatalFailure()) return;
+    }
+}
+
 TYPED_TEST(VngDemosaicing, everyRectangle) {
     Random random(82);
     for (int i = 0; i < 200 && !this->HasFatalFailure(); ++i) {
