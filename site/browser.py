@@ -19,10 +19,23 @@ class Browser:
             os.dup2(low[1], 4)
 
         self.process = subprocess.Popen(
-            [shutil.which("chromium") or "chromium", "--headless", "--no-sandbox", "--disable-gpu", "--hide-scrollbars",
-             "--disable-dev-shm-usage", "--no-first-run", "--host-resolver-rules=MAP * ~NOTFOUND",
-             f"--user-data-dir={self.profile}", "--remote-debugging-pipe", "about:blank"],
-            preexec_fn=pipes, pass_fds=(3, 4), stderr=subprocess.DEVNULL)
+            [
+                shutil.which("chromium") or "chromium",
+                "--headless",
+                "--no-sandbox",
+                "--disable-gpu",
+                "--hide-scrollbars",
+                "--disable-dev-shm-usage",
+                "--no-first-run",
+                "--host-resolver-rules=MAP * ~NOTFOUND",
+                f"--user-data-dir={self.profile}",
+                "--remote-debugging-pipe",
+                "about:blank",
+            ],
+            preexec_fn=pipes,
+            pass_fds=(3, 4),
+            stderr=subprocess.DEVNULL,
+        )
         os.close(down_read)
         os.close(up_write)
         self.out, self.into = os.fdopen(down_write, "wb", 0), os.fdopen(up_read, "rb")
@@ -62,7 +75,9 @@ class Browser:
 
     def run(self, script):
         """The value of an expression in the page; promises are waited for."""
-        answer = self.send("Runtime.evaluate", expression=script, returnByValue=True, awaitPromise=True, userGesture=True)
+        answer = self.send(
+            "Runtime.evaluate", expression=script, returnByValue=True, awaitPromise=True, userGesture=True
+        )
         if "exceptionDetails" in answer:
             raise RuntimeError(json.dumps(answer["exceptionDetails"]))
         return answer["result"].get("value")
@@ -84,7 +99,9 @@ class Browser:
 
     def look(self, scheme, width, height):
         self.send("Emulation.setEmulatedMedia", features=[{"name": "prefers-color-scheme", "value": scheme}])
-        self.send("Emulation.setDeviceMetricsOverride", width=width, height=height, deviceScaleFactor=1, mobile=width < 600)
+        self.send(
+            "Emulation.setDeviceMetricsOverride", width=width, height=height, deviceScaleFactor=1, mobile=width < 600
+        )
 
     def key(self, key, text=None):
         codes = {"ArrowDown": 40, "ArrowUp": 38, "Enter": 13, "Escape": 27, "/": 191}
@@ -111,6 +128,7 @@ class Browser:
 
     def screenshot(self, path):
         import base64
+
         data = self.send("Page.captureScreenshot", format="png")["data"]
         with open(path, "wb") as file:
             file.write(base64.b64decode(data))

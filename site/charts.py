@@ -10,7 +10,9 @@ text{font:11px system-ui,sans-serif;fill:#1f2933}.t{font-weight:600;font-size:12
 @media(prefers-color-scheme:dark){text{fill:#e4e7eb}.m{fill:#9aa5b1}line{stroke:#38434f}.one{stroke:#9aa5b1}.r{stroke:#616e7c}
 .good{--k:#6ea8ff}.less{--k:#f5a142}.behind{--k:#ff7b72}.p0{--k:#f5a142}.p1{--k:#4cc9a0}.p2{--k:#c594f5}.p3{--k:#9aa5b1}
 .bg{fill:#14181d}}
-""".replace("\n", "")
+""".replace(
+    "\n", ""
+)
 
 
 def number(value):
@@ -24,26 +26,33 @@ def escape(text):
 
 class Svg:
     def __init__(self, width, height, title):
-        self.parts = [f'<svg xmlns="http://www.w3.org/2000/svg" viewBox="0 0 {width} {height}" width="{width}" '
-                      f'height="{height}" role="img"><title>{escape(title)}</title><style>{STYLE}</style>'
-                      f'<rect class="bg" width="{width}" height="{height}"/>']
+        self.parts = [
+            f'<svg xmlns="http://www.w3.org/2000/svg" viewBox="0 0 {width} {height}" width="{width}" '
+            f'height="{height}" role="img"><title>{escape(title)}</title><style>{STYLE}</style>'
+            f'<rect class="bg" width="{width}" height="{height}"/>'
+        ]
 
     def line(self, x1, y1, x2, y2, kind=""):
-        self.parts.append(f'<line{_class(kind)} x1="{number(x1)}" y1="{number(y1)}" '
-                          f'x2="{number(x2)}" y2="{number(y2)}"/>')
+        self.parts.append(
+            f'<line{_class(kind)} x1="{number(x1)}" y1="{number(y1)}" ' f'x2="{number(x2)}" y2="{number(y2)}"/>'
+        )
 
     def text(self, x, y, text, kind=""):
         self.parts.append(f'<text{_class(kind)} x="{number(x)}" y="{number(y)}">{escape(text)}</text>')
 
     def mark(self, shape, x, y, kind, tip=""):
         x, y = number(x), number(y)
-        drawn = {"disc": f'<circle class="f {kind}" cx="{x}" cy="{y}" r="3.6"',
-                 "ring": f'<circle class="o {kind}" cx="{x}" cy="{y}" r="3.6"',
-                 "diamond": f'<path class="o {kind}" d="M{x} {y}m-4.5 0l4.5-4.5 4.5 4.5-4.5 4.5z"',
-                 "cross": f'<path class="o {kind}" d="M{x} {y}m-3.2-3.2l6.4 6.4m0-6.4l-6.4 6.4"',
-                 "square": f'<path class="o {kind}" d="M{x} {y}m-3.2-3.2h6.4v6.4h-6.4z"',
-                 "triangle": f'<path class="o {kind}" d="M{x} {y}m0-4.2l4 7.2h-8z"'}[shape]
-        self.parts.append(f'{drawn}><title>{escape(tip)}</title></{drawn[1:drawn.index(" ")]}>' if tip else drawn + "/>")
+        drawn = {
+            "disc": f'<circle class="f {kind}" cx="{x}" cy="{y}" r="3.6"',
+            "ring": f'<circle class="o {kind}" cx="{x}" cy="{y}" r="3.6"',
+            "diamond": f'<path class="o {kind}" d="M{x} {y}m-4.5 0l4.5-4.5 4.5 4.5-4.5 4.5z"',
+            "cross": f'<path class="o {kind}" d="M{x} {y}m-3.2-3.2l6.4 6.4m0-6.4l-6.4 6.4"',
+            "square": f'<path class="o {kind}" d="M{x} {y}m-3.2-3.2h6.4v6.4h-6.4z"',
+            "triangle": f'<path class="o {kind}" d="M{x} {y}m0-4.2l4 7.2h-8z"',
+        }[shape]
+        self.parts.append(
+            f'{drawn}><title>{escape(tip)}</title></{drawn[1:drawn.index(" ")]}>' if tip else drawn + "/>"
+        )
 
     def __str__(self):
         return "".join(self.parts) + "</svg>\n"
@@ -68,16 +77,18 @@ class LogScale:
 def ticks(low, high, base):
     """The powers of `base` from low to high."""
     exponent = math.ceil(math.log(low, base) - 1e-9)
-    while base ** exponent <= high * (1 + 1e-9):
-        yield base ** exponent
+    while base**exponent <= high * (1 + 1e-9):
+        yield base**exponent
         exponent += 1
 
 
 def bounds(values, base, low, high):
     """Powers of `base` around the values, and at least low .. high."""
     values = [v for v in values if v > 0] + [low, high]
-    return (base ** math.floor(math.log(min(values), base) + 1e-9),
-            base ** math.ceil(math.log(max(values), base) - 1e-9))
+    return (
+        base ** math.floor(math.log(min(values), base) + 1e-9),
+        base ** math.ceil(math.log(max(values), base) - 1e-9),
+    )
 
 
 def decimal_axis(values):
@@ -89,8 +100,8 @@ def decimal_axis(values):
         return low, high, list(ticks(low, high, 10))
     exponents = range(math.floor(math.log10(low)) - 1, math.ceil(math.log10(high)) + 1)
     steps = [float(f"{digit}e{exponent}") for exponent in exponents for digit in (1, 2, 5)]
-    steps = steps[max(i for i, t in enumerate(steps) if t <= low):]
-    steps = steps[:min(i for i, t in enumerate(steps) if t >= high) + 1]
+    steps = steps[max(i for i, t in enumerate(steps) if t <= low) :]
+    steps = steps[: min(i for i, t in enumerate(steps) if t >= high) + 1]
     return steps[0], steps[-1], steps
 
 

@@ -28,7 +28,8 @@ CONTRAST = """(() => {
   const walk = document.createTreeWalker(document.documentElement, NodeFilter.SHOW_TEXT);
   for (let node; (node = walk.nextNode());) {
     const e = node.parentElement;
-    if (!node.data.trim() || !e.getClientRects().length || ['SCRIPT', 'STYLE', 'TITLE', 'OPTION', 'title', 'style'].includes(e.tagName)) continue;
+    if (!node.data.trim() || !e.getClientRects().length) continue;
+    if (['SCRIPT', 'STYLE', 'TITLE', 'OPTION'].includes(e.tagName.toUpperCase())) continue;
     const style = getComputedStyle(e), [a, b] = [light(number(picture ? style.fill : style.color)), light(behind(e))];
     const ratio = (Math.max(a, b) + 0.05) / (Math.min(a, b) + 0.05);
     seen += 1;
@@ -84,7 +85,9 @@ def check_links(checks, folder, names):
             target = (path.parent / urllib.parse.unquote(parts.path)).resolve() if parts.path else path
             checks.that(target.is_file(), f"{where}: link to {link}")
             if parts.fragment and target in pages:
-                known = parts.fragment in pages[target].ids or (target.name == "functions.html" and parts.fragment in names)
+                known = parts.fragment in pages[target].ids or (
+                    target.name == "functions.html" and parts.fragment in names
+                )
                 checks.that(known, f"{where}: link to {link}")
 
 
@@ -104,8 +107,10 @@ def check_pages(checks, chromium, folder, screenshots):
                 checks.that(wide <= 0, f"{where}, {size[0]} wide: {wide} too wide")
             if screenshots:
                 chromium.screenshot(screenshots / f"{str(where).replace('/', '-')}-{scheme}.png")
-        broken = chromium.run("""Promise.all([...document.images].map((i) => { i.loading = 'eager';
-            return i.decode().then(() => '', () => i.src); })).then((all) => all.filter(Boolean))""")
+        broken = chromium.run(
+            """Promise.all([...document.images].map((i) => { i.loading = 'eager';
+            return i.decode().then(() => '', () => i.src); })).then((all) => all.filter(Boolean))"""
+        )
         checks.that(not broken, f"{where}: pictures {broken}")
         complaints = chromium.complaints()
         checks.that(not complaints, f"{where}: console says {complaints}")
@@ -115,31 +120,41 @@ SHOWN = "[...document.querySelectorAll('#list a code')].map((c) => c.textContent
 
 
 def choose(chromium, facet, value):
-    chromium.run(f"""(() => {{ const s = document.querySelector('select[name="{facet}"]'); s.value = {json.dumps(value)};
-        s.dispatchEvent(new Event('change', {{ bubbles: true }})); }})()""")
+    chromium.run(
+        f"""(() => {{ const s = document.querySelector('select[name="{facet}"]'); s.value = {json.dumps(value)};
+        s.dispatchEvent(new Event('change', {{ bubbles: true }})); }})()"""
+    )
 
 
 def check_filters(checks, chromium, address, catalogue):
     """Filters and search show what the catalogue says, one at a time and together."""
+
     def expect(what, holds):
         expected = {e["name"] for e in catalogue if holds(e)}
         shown = chromium.run(SHOWN)
-        checks.that(expected and set(shown) == expected and len(shown) == len(expected),
-                    f"{what}: {len(shown)} shown, {len(expected)} expected")
-        checks.that(chromium.run("document.getElementById('count').textContent").split()[0] == str(len(expected)), f"{what}: count")
+        checks.that(
+            expected and set(shown) == expected and len(shown) == len(expected),
+            f"{what}: {len(shown)} shown, {len(expected)} expected",
+        )
+        checks.that(
+            chromium.run("document.getElementById('count').textContent").split()[0] == str(len(expected)),
+            f"{what}: count",
+        )
 
     chromium.open(address)
     expect("all", lambda e: True)
-    one_each = [("from.space", "BGR", lambda e: e["source"]["space"] == "BGR"),
-                ("to.space", "YCrCb", lambda e: e["destination"]["space"] == "YCrCb"),
-                ("from.type", "16s", lambda e: e["source"]["planes"][0]["element"] == "16s"),
-                ("to.type", "32f", lambda e: e["destination"]["planes"][0]["element"] == "32f"),
-                ("from.layout", "P2", lambda e: e["source"]["layout"] == "P2"),
-                ("to.layout", "AC4", lambda e: e["destination"]["layout"] == "AC4"),
-                ("from.sampling", "4:1:1", lambda e: e["source"]["sampling"] == 411),
-                ("to.sampling", "4:2:2", lambda e: e["destination"]["sampling"] == 422),
-                ("place", "yes", lambda e: e["inPlace"]),
-                ("matrix", "BT.709, luma at unit gain", lambda e: "709HDTV" in e["name"])]
+    one_each = [
+        ("from.space", "BGR", lambda e: e["source"]["space"] == "BGR"),
+        ("to.space", "YCrCb", lambda e: e["destination"]["space"] == "YCrCb"),
+        ("from.type", "16s", lambda e: e["source"]["planes"][0]["element"] == "16s"),
+        ("to.type", "32f", lambda e: e["destination"]["planes"][0]["element"] == "32f"),
+        ("from.layout", "P2", lambda e: e["source"]["layout"] == "P2"),
+        ("to.layout", "AC4", lambda e: e["destination"]["layout"] == "AC4"),
+        ("from.sampling", "4:1:1", lambda e: e["source"]["sampling"] == 411),
+        ("to.sampling", "4:2:2", lambda e: e["destination"]["sampling"] == 422),
+        ("place", "yes", lambda e: e["inPlace"]),
+        ("matrix", "BT.709, luma at unit gain", lambda e: "709HDTV" in e["name"]),
+    ]
     for facet, value, holds in one_each:
         choose(chromium, facet, value)
         expect(f"{facet} {value}", holds)
@@ -147,7 +162,9 @@ def check_filters(checks, chromium, address, catalogue):
     choose(chromium, "from.space", "BGR")
     choose(chromium, "to.layout", "P2")
     expect("two filters", lambda e: e["source"]["space"] == "BGR" and e["destination"]["layout"] == "P2")
-    options = chromium.run("[...document.querySelector('select[name=\"to.space\"]').options].map((o) => o.value).filter(Boolean)")
+    options = chromium.run(
+        "[...document.querySelector('select[name=\"to.space\"]').options].map((o) => o.value).filter(Boolean)"
+    )
     checks.that(options == ["YCbCr"], f"the other lists offer what is left: {options}")
     kept = chromium.run("location.href")
     chromium.open(kept)
@@ -181,9 +198,15 @@ def check_keys(checks, chromium, address):
     chromium.key("Enter", "\r")
     heading = "document.querySelector('#detail h1')?.textContent"
     checks.that(chromium.wait(f"{heading} === '{first}'"), "Enter opens")
-    checks.that(chromium.run("location.hash") == "#" + first and chromium.run(focused) == "detail", "the address is the function's")
+    checks.that(
+        chromium.run("location.hash") == "#" + first and chromium.run(focused) == "detail",
+        "the address is the function's",
+    )
     chromium.key("Escape")
-    checks.that(chromium.run("document.getElementById('detail').hidden") and chromium.run(focused).startswith(first), "Escape goes back")
+    checks.that(
+        chromium.run("document.getElementById('detail').hidden") and chromium.run(focused).startswith(first),
+        "Escape goes back",
+    )
 
 
 def check_front(checks, chromium, folder, catalogue):
@@ -191,8 +214,15 @@ def check_front(checks, chromium, folder, catalogue):
     chromium.run("document.getElementById('search').focus()")
     chromium.type("uyvy")
     chromium.key("Enter", "\r")
-    checks.that(chromium.wait("location.pathname.endsWith('/functions.html') && document.readyState === 'complete'"), "front page to finder")
-    uyvy = [e for e in catalogue if any(e[s]["space"] == "CbYCr" and e[s]["layout"] == "C2" for s in ("source", "destination"))]
+    checks.that(
+        chromium.wait("location.pathname.endsWith('/functions.html') && document.readyState === 'complete'"),
+        "front page to finder",
+    )
+    uyvy = [
+        e
+        for e in catalogue
+        if any(e[s]["space"] == "CbYCr" and e[s]["layout"] == "C2" for s in ("source", "destination"))
+    ]
     checks.that(len(chromium.run(SHOWN)) == len(uyvy) > 0, "search from the front page")
 
 
@@ -202,7 +232,8 @@ def check_functions(checks, chromium, address, catalogue):
         chromium.open(f"{address}#{name}")
         checks.that(chromium.run("document.querySelector('#detail h1').textContent") == name, f"address of {name}")
         checks.that(chromium.run("document.title").startswith(name), f"title of {name}")
-    wrong = chromium.run("""(() => {
+    wrong = chromium.run(
+        """(() => {
         const wrong = [];
         for (const f of pxlcc.functions) {
           showDetail(f);  // browsers do not let a page change its address so often
@@ -214,19 +245,33 @@ def check_functions(checks, chromium, address, catalogue):
           if (!whole || cells.some((cell) => cell.includes('undefined'))) wrong.push(f.name);
         }
         return wrong;
-      })()""")
+      })()"""
+    )
     checks.that(not wrong, f"parts are missing of {wrong}")
     checks.that(chromium.run("pxlcc.functions.length") == len(catalogue), "functions of the catalogue")
     chapters = chromium.run("[...new Set(pxlcc.families.flatMap((f) => f.slice(1)))]")
     for chapter in chapters:
         path, _, fragment = chapter.partition("#")
         target = pathlib.Path(urllib.parse.urlparse(address).path).parent / path
-        checks.that(target.is_file() and (not fragment or fragment in Page(target).ids), f"link of the finder to {chapter}")
+        checks.that(
+            target.is_file() and (not fragment or fragment in Page(target).ids), f"link of the finder to {chapter}"
+        )
     answers = chromium.run("byName.get('pxliBGRToYCbCr420_8u_C3P3R').parameters.map((p) => p[2])")
-    checks.that(answers == [[["null", "pxlStatusNullPointer"]], [],
-                            [["null", "pxlStatusNullPointer"], ["null entry", "pxlStatusNullPointer"]], [],
-                            [["width below 2", "pxlStatusBadSize"], ["height below 2", "pxlStatusBadSize"],
-                             ["odd width or height", "pxlStatusOddSize"]]], f"answers {answers}")
+    checks.that(
+        answers
+        == [
+            [["null", "pxlStatusNullPointer"]],
+            [],
+            [["null", "pxlStatusNullPointer"], ["null entry", "pxlStatusNullPointer"]],
+            [],
+            [
+                ["width below 2", "pxlStatusBadSize"],
+                ["height below 2", "pxlStatusBadSize"],
+                ["odd width or height", "pxlStatusOddSize"],
+            ],
+        ],
+        f"answers {answers}",
+    )
 
 
 def check_phone(checks, chromium, address):
@@ -236,7 +281,9 @@ def check_phone(checks, chromium, address):
     chromium.run("document.querySelector('#list a').click()")
     seen = "[...document.querySelectorAll('#detail h1, #list, .back')].map((e) => e.getClientRects().length > 0)"
     chromium.wait("!document.getElementById('detail').hidden")
-    checks.that(chromium.run(seen) == [False, True, True], f"a function replaces the list on a phone: {chromium.run(seen)}")
+    checks.that(
+        chromium.run(seen) == [False, True, True], f"a function replaces the list on a phone: {chromium.run(seen)}"
+    )
     chromium.run("document.querySelector('.back').click()")
     chromium.wait("document.getElementById('detail').hidden")
     checks.that(chromium.run("document.getElementById('list').getClientRects().length > 0"), "and goes back")

@@ -8,8 +8,14 @@ import sys
 
 import headers
 
-CHANNELS = {"Lab": ["L", "a", "b"], "Gray": ["Gray"], "Bayer": ["Bayer"], "Color": ["0", "1", "2"],
-            "YCC": ["Y", "C1", "C2"], "SBGR": ["B", "G", "R"]}
+CHANNELS = {
+    "Lab": ["L", "a", "b"],
+    "Gray": ["Gray"],
+    "Bayer": ["Bayer"],
+    "Color": ["0", "1", "2"],
+    "YCC": ["Y", "C1", "C2"],
+    "SBGR": ["B", "G", "R"],
+}
 WHITE = {"Pxl8u": "255", "Pxl16u": "65535", "Pxl16s": "32767", "Pxl32f": "1.0F"}
 
 
@@ -66,14 +72,19 @@ class Image:
             height = rows(plane)
             first = f"({height})" if "/" in height else height
             second = f"({row})" if "/" in row else row
-            order = ", ".join(channels(shape["space"])[:plane["channels"]])
+            order = ", ".join(channels(shape["space"])[: plane["channels"]])
             note = ""
             if len(shape["planes"]) == 1 and plane["channels"] >= 3 and shape["space"] != "Color":
                 note = f"  /* {order}{', and a fourth' if plane['channels'] == 4 else ''} */"
             self.lines.append(f"static {type_name} {name}[{first} * {second}];{note}")
             is_byte = plane["element"] in ("8u", "8s")
-            self.steps.append(row if is_byte or in_elements else f"(int)({row} * sizeof *{name})" if "/" not in row
-                              else f"(int)(({row}) * sizeof *{name})")
+            self.steps.append(
+                row
+                if is_byte or in_elements
+                else f"(int)({row} * sizeof *{name})"
+                if "/" not in row
+                else f"(int)(({row}) * sizeof *{name})"
+            )
         if shape["planeArray"]:
             type_name = "Pxl" + shape["planes"][0]["element"]
             const = "const " if constant else ""
@@ -133,20 +144,36 @@ def example(function, export):
             arguments.append("gains")
         elif kind == "scratch":
             code = {"C1": "pxlC1", "C3": "pxlC3", "C4": "pxlC4", "AC4": "pxlAC4"}[export["source"]["layout"]]
-            before += ["int bytes = 0;", f"pxliReduceBitsGetBufferSize({code}, size, 0, {dither}, &bytes);",
-                       "Pxl8u* scratch = malloc((size_t)bytes);"]
+            before += [
+                "int bytes = 0;",
+                f"pxliReduceBitsGetBufferSize({code}, size, 0, {dither}, &bytes);",
+                "Pxl8u* scratch = malloc((size_t)bytes);",
+            ]
             arguments.append("scratch")
             after.append("free(scratch);")
         elif kind == "temporary":
             samples = "2 * " if type_name == "Pxl8u" else ""
-            before.append(f"static {type_name} temporary[pxlAHDTemporaryRows * {samples}(width + pxlAHDTemporaryMargin)];")
+            before.append(
+                f"static {type_name} temporary[pxlAHDTemporaryRows * {samples}(width + pxlAHDTemporaryMargin)];"
+            )
             arguments.append("temporary")
         elif kind == "temporary step":
             arguments.append("2 * (width + pxlAHDTemporaryMargin)")
         else:
-            arguments.append({"range low": "0.0F", "range high": "1.0F", "noise": "0", "dither type": dither,
-                              "levels": "4", "bit offset": "0", "threshold": "127", "reserved": "0",
-                              "grid": "pxlBayRGGB", "layout code": "1"}[kind])
+            arguments.append(
+                {
+                    "range low": "0.0F",
+                    "range high": "1.0F",
+                    "noise": "0",
+                    "dither type": dither,
+                    "levels": "4",
+                    "bit offset": "0",
+                    "threshold": "127",
+                    "reserved": "0",
+                    "grid": "pxlBayRGGB",
+                    "layout code": "1",
+                }[kind]
+            )
     lines = ["enum { width = 720, height = 480 };"]
     for image in (source, destination):
         lines += image.lines if image else []
@@ -173,8 +200,10 @@ def program(sections, catalogue):
         text.append(f"static PxlStatus {function.name}Example(void) {{\n{body}\n    return status;\n}}\n")
     text.append("int main(void) {\n    int failures = 0;\n    PxlStatus status;")
     for function in functions:
-        text.append(f"    status = {function.name}Example();\n"
-                    f'    if (status != pxlStatusOk) failures++, printf("{function.name}: status %d\\n", (int)status);')
+        text.append(
+            f"    status = {function.name}Example();\n"
+            f'    if (status != pxlStatusOk) failures++, printf("{function.name}: status %d\\n", (int)status);'
+        )
     text.append(f'    printf("{len(functions)} examples, %d failures\\n", failures);\n    return failures != 0;\n}}')
     return "\n".join(text) + "\n"
 

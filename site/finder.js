@@ -1,9 +1,10 @@
-// The function finder. The address after # is a function's name, or what is filtered: #from.space=RGB&to.layout=P2&search=nv12.
+// The function finder. The address after # is a function's name, or the filters: #from.space=RGB&to.layout=P2&search=nv12.
 "use strict";
 
+const ofImage = [["space", "colours"], ["type", "samples"], ["layout", "layout"], ["sampling", "sampling"]];
 const filters = [
-  { side: "from", title: "From", facets: [["space", "colours"], ["type", "samples"], ["layout", "layout"], ["sampling", "sampling"]] },
-  { side: "to", title: "To", facets: [["space", "colours"], ["type", "samples"], ["layout", "layout"], ["sampling", "sampling"]] },
+  { side: "from", title: "From", facets: ofImage },
+  { side: "to", title: "To", facets: ofImage },
   { side: "", title: "Conversion", facets: [["matrix", "matrix"], ["place", "in place"], ["family", "family"]] },
 ];
 const facets = filters.flatMap(({ side, facets }) => facets.map(([key]) => (side ? side + "." : "") + key));
@@ -26,8 +27,8 @@ const haystacks = new Map(pxlcc.functions.map((f) => [f,
   [f.name, f.summary, f.matrix, f.header, pxlcc.families[f.family][0], ...f.alike].join(" ").toLowerCase()]));
 
 function matches(f, words, except) {
-  return facets.every((facet) => facet === except || chosen[facet] === undefined || String(valueOf(f, facet)) === chosen[facet])
-    && words.every((word) => haystacks.get(f).includes(word));
+  const passes = (facet) => chosen[facet] === undefined || String(valueOf(f, facet)) === chosen[facet];
+  return facets.every((facet) => facet === except || passes(facet)) && words.every((word) => haystacks.get(f).includes(word));
 }
 
 const labels = {
@@ -45,7 +46,8 @@ function fillSelects() {
   for (const facet of facets) {
     const select = selects[facet], counts = new Map();
     for (const f of pxlcc.functions) {
-      if (matches(f, words(), facet)) counts.set(String(valueOf(f, facet)), (counts.get(String(valueOf(f, facet))) || 0) + 1);
+      const value = String(valueOf(f, facet));
+      if (matches(f, words(), facet)) counts.set(value, (counts.get(value) || 0) + 1);
     }
     const label = labels[facet.split(".").pop()] || ((value) => value);
     const values = [...counts.keys()].sort((a, b) => label(a).localeCompare(label(b), "en", { numeric: true }));
@@ -127,21 +129,25 @@ function copyButton(text) {
 function describe(f) {
   const [family, familyPage, speedPage, formulas] = pxlcc.families[f.family];
   const [sectionTitle, sectionText] = pxlcc.sections[f.section];
-  const side = ({ space, type, layout, sampling }) => [space, type, layout, sampling === "full" ? "" : sampling].filter(Boolean).join(" ");
+  const side = ({ space, type, layout, sampling }) =>
+    [space, type, layout, sampling === "full" ? "" : sampling].filter(Boolean).join(" ");
   const documentation = element("div");
   documentation.innerHTML = f.text;  // made by the generator from the headers
-  const wholeGroup = element("details", f.text.length < 300 ? { open: "" } : {}, element("summary", {}, `Of the whole group: ${sectionTitle}`));
+  const wholeGroup = element("details", f.text.length < 300 ? { open: "" } : {},
+    element("summary", {}, `Of the whole group: ${sectionTitle}`));
   const section = element("div");
   section.innerHTML = sectionText;
   wholeGroup.append(section);
   const parts = [
     element("a", { class: "back", href: filtersAsAddress() }, "← all results"),
     element("h1", {}, f.name), element("p", {}, f.summary),
-    element("ul", { class: "facts" }, element("li", {}, `${side(f.from)} → ${side(f.to)}`), element("li", {}, "matrix: " + f.matrix),
+    element("ul", { class: "facts" }, element("li", {}, `${side(f.from)} → ${side(f.to)}`),
+      element("li", {}, "matrix: " + f.matrix),
       ...(f.place === "yes" ? [element("li", {}, "in place")] : []), element("li", {}, f.header)),
     element("pre", { tabindex: "0" }, f.declaration),
     element("h2", {}, "Arguments and statuses"),
-    table("parameters", ["Parameter", "What it is", "Answers"], f.parameters.map(([text, meaning, list]) => [element("code", {}, text), meaning, answers(list)])),
+    table("parameters", ["Parameter", "What it is", "Answers"],
+      f.parameters.map(([text, meaning, list]) => [element("code", {}, text), meaning, answers(list)])),
     element("h2", {}, "What it does"), documentation, wholeGroup,
     element("p", {}, element("a", { href: `${familyPage}#${f.name}` }, `In the family: ${family}`), ". ",
       element("a", { href: formulas }, "Formulas to the last bit"), "."),
@@ -149,10 +155,13 @@ function describe(f) {
     element("pre", { tabindex: "0" }, f.example),
   ];
   if (f.speeds.length) {
-    parts.push(element("h2", {}, "Speed"), table("speeds", ["Image", "Target", "ns a pixel", "copies", "best other library, over ours"],
-      f.speeds.map(([place, target, ns, copies, ratio, library]) => [place, target, ns, copies, ratio ? `${ratio} (${library})` : "–"])),
+    const row = ([place, target, ns, copies, ratio, library]) =>
+      [place, target, ns, copies, ratio ? `${ratio} (${library})` : "–"];
+    parts.push(element("h2", {}, "Speed"),
+      table("speeds", ["Image", "Target", "ns a pixel", "copies", "best other library, over ours"], f.speeds.map(row)),
       element("p", { class: "hint" }, "One thread, one machine, one run; copies: time over that of a plain copy of the same bytes. ",
-        element("a", { href: speedPage }, "Tables and charts of the family"), ", ", element("a", { href: "performance.html" }, "how to read them"), "."));
+        element("a", { href: speedPage }, "Tables and charts of the family"), ", ",
+        element("a", { href: "performance.html" }, "how to read them"), "."));
   }
   for (const [title, found] of relatives(f)) {
     parts.push(element("h2", {}, title), element("p", {}, ...found.map(nameLink)));
@@ -215,7 +224,7 @@ document.addEventListener("keydown", (event) => {
     if (shown && getComputedStyle(search).display === "none") location.hash = filtersAsAddress();
     search.focus();
     search.select();
-  } else if ((event.key === "ArrowDown" || event.key === "ArrowUp") && (event.target === search || list.contains(event.target))) {
+  } else if (["ArrowDown", "ArrowUp"].includes(event.key) && (event.target === search || list.contains(event.target))) {
     event.preventDefault();
     moveFocus(event.key === "ArrowDown" ? 1 : -1);
   } else if (event.key === "Enter" && event.target === search) {

@@ -27,6 +27,7 @@ class Function:
 @dataclasses.dataclass
 class Group:
     """A comment and the declarations that it stands over."""
+
     text: str
     functions: list
     others: list  # enumerations and types, as they stand
@@ -52,8 +53,11 @@ def comment_text(comment):
 def parse_function(text, header, section, group):
     declaration = " ".join(text.removeprefix("PXLCC_API").split())
     name, arguments = re.match(r".*?(\w+)\((.*)\);$", declaration).groups()
-    parameters = [] if arguments == "void" else [
-        Parameter(a.strip(), re.search(r"(\w+)(?:\[\d*\])*$", a.strip())[1]) for a in arguments.split(",")]
+    parameters = (
+        []
+        if arguments == "void"
+        else [Parameter(a.strip(), re.search(r"(\w+)(?:\[\d*\])*$", a.strip())[1]) for a in arguments.split(",")]
+    )
     return Function(name, declaration, parameters, header, section, group)
 
 
@@ -107,7 +111,7 @@ def statuses():
 
 
 def inline(text, link):
-    """Escapes; `code`, functions and documents become elements. link(name) gives the address of a function or a file."""
+    """Escapes; `code`, functions and documents become elements. link(name) gives the address of one."""
     text = html.escape(text, quote=False)
     text = re.sub(r"`([^`]+)`", r"<code>\1</code>", text)
 
@@ -163,7 +167,9 @@ def to_html(text, link):
             parts.append(f'<pre tabindex="0">{html.escape(code, quote=False)}</pre>')
         else:
             line = inline(" ".join(lines), link)
-            line = re.sub(r"^([A-Z][a-z]+(?: [a-z]+)?[.:])(?= )", r"<strong>\1</strong>", line)  # what the paragraph is about
+            line = re.sub(
+                r"^([A-Z][a-z]+(?: [a-z]+)?[.:])(?= )", r"<strong>\1</strong>", line
+            )  # what the paragraph is about
             parts.append(f"<{kind}>{line}</{kind}>")
     if in_list:
         parts.append("</ul>")

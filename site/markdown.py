@@ -12,8 +12,13 @@ def anchor(text):
 
 def to_html(text, link):
     """(title, HTML). link(address) gives the address in the site, or None for what the site does not have."""
-    page = subprocess.run(["cmark-gfm", "--extension", "table", "--extension", "autolink", "--to", "html"], input=text,
-                          capture_output=True, text=True, check=True).stdout
+    page = subprocess.run(
+        ["cmark-gfm", "--extension", "table", "--extension", "autolink", "--to", "html"],
+        input=text,
+        capture_output=True,
+        text=True,
+        check=True,
+    ).stdout
     title = html.unescape(re.sub(r"<[^>]+>", "", re.search(r"<h1>(.*?)</h1>", page, re.S)[1]))
     taken = {}
 

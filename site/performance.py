@@ -15,8 +15,12 @@ import charts
 ROOT = pathlib.Path(__file__).resolve().parent.parent
 PAGES = ROOT / "docs" / "performance"
 BEHIND = 0.97  # nearer than that is as fast, on a machine with other work
-SHAPES = {"libyuv": ("triangle", "p0"), "OpenCV": ("square", "p1"), "swscale": ("diamond", "p2"),
-          "plain loop": ("cross", "p3")}
+SHAPES = {
+    "libyuv": ("triangle", "p0"),
+    "OpenCV": ("square", "p1"),
+    "swscale": ("diamond", "p2"),
+    "plain loop": ("cross", "p3"),
+}
 PLACE_TITLES = {"small": "in cache", "large": "1920x1080", "huge": "7680x4320"}
 KINDS = [("good", "as fast or faster"), ("less", "behind a less accurate one"), ("behind", "behind one as accurate")]
 
@@ -128,9 +132,14 @@ def overview_chart(m):
         if marks:
             rows.append((family, marks, ranges))
     panels = [name for _, name in m.targets if name != "SSE4.2" or len(m.targets) == 1]
-    return charts.dot_plot("Time of the best other library over ours", rows, panels,
-                           "marks: geometric mean of the family; lines: its functions. Right of 1 we are faster.",
-                           [e for e in place_legend(m) if e[2] != "7680x4320"], (1, 2))
+    return charts.dot_plot(
+        "Time of the best other library over ours",
+        rows,
+        panels,
+        "marks: geometric mean of the family; lines: its functions. Right of 1 we are faster.",
+        [e for e in place_legend(m) if e[2] != "7680x4320"],
+        (1, 2),
+    )
 
 
 def peers_chart(m, family, functions):
@@ -147,9 +156,14 @@ def peers_chart(m, family, functions):
             rows.append((short(function), marks, None))
     if not rows:
         return None
-    return charts.dot_plot(f"{family}: time of the best other library over ours", rows, [n for _, n in m.targets],
-                           "right of 1 we are faster; the best library at each place, whatever its accuracy",
-                           place_legend(m) + [("disc", kind, text) for kind, text in KINDS], (0.5, 4))
+    return charts.dot_plot(
+        f"{family}: time of the best other library over ours",
+        rows,
+        [n for _, n in m.targets],
+        "right of 1 we are faster; the best library at each place, whatever its accuracy",
+        place_legend(m) + [("disc", kind, text) for kind, text in KINDS],
+        (0.5, 4),
+    )
 
 
 def copies_chart(m, family, functions):
@@ -162,8 +176,14 @@ def copies_chart(m, family, functions):
                 tip = f"{short(function)}, {PLACE_TITLES[place]}: {ratio:.2f} copies"
                 marks.setdefault(name, []).append((place, ratio, "good", tip))
         rows.append((short(function), marks, None))
-    return charts.dot_plot(f"{family}: our time over that of a plain copy of the same bytes", rows,
-                           [n for _, n in m.targets], "1 is as fast as moving the data", place_legend(m), (1, 4))
+    return charts.dot_plot(
+        f"{family}: our time over that of a plain copy of the same bytes",
+        rows,
+        [n for _, n in m.targets],
+        "1 is as fast as moving the data",
+        place_legend(m),
+        (1, 4),
+    )
 
 
 def accuracy_chart(m, family, functions):
@@ -179,7 +199,9 @@ def accuracy_chart(m, family, functions):
             for peer in result["peers"]:
                 if peer["distance"]:
                     libraries.add(peer["library"])
-                    tip = f"{peer['library']} {peer['call']}: {peer['nanoseconds']} ns, {distance_text(peer['distance'])}"
+                    tip = (
+                        f"{peer['library']} {peer['call']}: {peer['nanoseconds']} ns, {distance_text(peer['distance'])}"
+                    )
                     peers.append((peer["nanoseconds"], peer["distance"]["mean"], *SHAPES[peer["library"]], tip))
             time, mean = result["nanoseconds"][target], result["distance"]["mean"]
             tip = f"{short(function)}: {time} ns, {distance_text(result['distance'])}"
@@ -187,9 +209,14 @@ def accuracy_chart(m, family, functions):
     if not points:
         return None
     entries = [("disc", "good", "pxlCC")] + [(*SHAPES[l], l) for l in SHAPES if l in libraries]
-    return charts.plane(f"{family}: time and distance from the equation, in cache", list(points), points, entries,
-                        "across: nanoseconds a pixel; up: mean distance from the equation in codes, or in units of floats. "
-                        "Left and low is best.")
+    return charts.plane(
+        f"{family}: time and distance from the equation, in cache",
+        list(points),
+        points,
+        entries,
+        "across: nanoseconds a pixel; up: mean distance from the equation in codes, or in units of floats. "
+        "Left and low is best.",
+    )
 
 
 # ---- pages
@@ -213,29 +240,52 @@ def family_tables(m, functions):
         rows = []
         for r in results:
             peers = {p["library"]: p["nanoseconds"] for p in r["peers"]}
-            rows.append([f"`{r['function']}`", *(f"{r['nanoseconds'][i]:.3f}" for i, _ in m.targets),
-                         ratios(r, lambda ns: ns / r["copy"]),
-                         *(ratios(r, lambda ns: peers[p] / ns) if p in peers else "" for p in present)])
+            rows.append(
+                [
+                    f"`{r['function']}`",
+                    *(f"{r['nanoseconds'][i]:.3f}" for i, _ in m.targets),
+                    ratios(r, lambda ns: ns / r["copy"]),
+                    *(ratios(r, lambda ns: peers[p] / ns) if p in peers else "" for p in present),
+                ]
+            )
         text += f"### {PLACE_TITLES[place][0].upper() + PLACE_TITLES[place][1:]}\n\n" + table(head, rows, 1)
     compared = [(f, m.places["small"][f]) for f in functions if m.places.get("small", {}).get(f, {}).get("peers")]
     if compared:
+
         def pair(d):
             return "-" if d is None else f"{distance_text(d)}, {distance_text({'mean': d['maximum']})}"
-        rows = [[f"`{f}`", p["library"], p["call"], pair(r["distance"]), pair(p["distance"]),
-                 distance_text({"mean": p["fromOurs"]})] for f, r in compared for p in r["peers"]]
-        text += ("### What the others ran\n\nThe distance of the samples from the equation in real numbers, mean and "
-                 "maximum, and the mean distance of theirs from ours:\n\n" +
-                 table(["Function", "Library", "Call", "Ours", "Theirs", "Theirs from ours"], rows, 3))
+
+        rows = [
+            [
+                f"`{f}`",
+                p["library"],
+                p["call"],
+                pair(r["distance"]),
+                pair(p["distance"]),
+                distance_text({"mean": p["fromOurs"]}),
+            ]
+            for f, r in compared
+            for p in r["peers"]
+        ]
+        text += (
+            "### What the others ran\n\nThe distance of the samples from the equation in real numbers, mean and "
+            "maximum, and the mean distance of theirs from ours:\n\n"
+            + table(["Function", "Library", "Call", "Ours", "Theirs", "Theirs from ours"], rows, 3)
+        )
     return text
 
 
 def family_page(m, family, functions):
     name = slug(family)
-    text = (f"# {family}: performance\n\nWhat the columns and charts mean is said in [performance](../performance.md). "
-            f"{m.setting_text()}\n\n")
-    for kind, chart, what in (("peers", peers_chart, "time of the best other library over ours"),
-                              ("copies", copies_chart, "time over that of a plain copy"),
-                              ("accuracy", accuracy_chart, "time and accuracy")):
+    text = (
+        f"# {family}: performance\n\nWhat the columns and charts mean is said in [performance](../performance.md). "
+        f"{m.setting_text()}\n\n"
+    )
+    for kind, chart, what in (
+        ("peers", peers_chart, "time of the best other library over ours"),
+        ("copies", copies_chart, "time over that of a plain copy"),
+        ("accuracy", accuracy_chart, "time and accuracy"),
+    ):
         svg = chart(m, family, functions)
         if svg:
             (PAGES / f"{name}-{kind}.svg").write_text(svg)
@@ -248,8 +298,13 @@ def family_page(m, family, functions):
 def behind_tables(m):
     """Rows behind a library, those as accurate as ours first, and by reason."""
     known, groups = reasons(), {}
-    columns = [(place, i, f"{PLACE_TITLES[place]}, {name}") for place in ("small", "large", "huge") if place in m.places
-               for i, name in m.targets if name != "SSE4.2" or len(m.targets) == 1]
+    columns = [
+        (place, i, f"{PLACE_TITLES[place]}, {name}")
+        for place in ("small", "large", "huge")
+        if place in m.places
+        for i, name in m.targets
+        if name != "SSE4.2" or len(m.targets) == 1
+    ]
     for functions in m.families.values():
         for function in functions:
             lines = {}
@@ -262,29 +317,35 @@ def behind_tables(m):
                             line[2][at] = f"{ratio:.2f}"
             for library, (peer, distance, cells) in lines.items():
                 key = (not peer["asAccurate"], reason_of(known, library, function), library)
-                groups.setdefault(key, []).append([f"`{function}`", *cells, distance_text(distance),
-                                                   distance_text(peer["distance"])])
+                groups.setdefault(key, []).append(
+                    [f"`{function}`", *cells, distance_text(distance), distance_text(peer["distance"])]
+                )
     used = [at for at in range(len(columns)) if any(row[1 + at] for rows in groups.values() for row in rows)]
     head = ["Function", *(columns[at][2] for at in used), "Our distance", "Theirs"]
     text, accurate = "", None
     for key in sorted(groups, key=lambda k: (k[0], k[1] != "not explained", k)):
         if key[0] != accurate:
             accurate = key[0]
-            text += "### Behind a library that is less accurate\n\n" if accurate else \
-                "### Behind a library that is as accurate as ours, or whose accuracy is not known\n\n"
+            text += (
+                "### Behind a library that is less accurate\n\n"
+                if accurate
+                else "### Behind a library that is as accurate as ours, or whose accuracy is not known\n\n"
+            )
         rows = [[row[0], *(row[1 + at] for at in used), *row[-2:]] for row in groups[key]]
         text += f"**{key[2]}: {key[1]}**\n\n" + table(head, rows, 1)
     return text or "None.\n\n"
 
 
 def summary_page(m):
-    text = (f"# Performance\n\nEvery function next to a plain copy of the same bytes and next to other libraries that can "
-            f"do the same; `make performance` measures and writes these pages, from "
-            f"[one run](performance/measurements.json). Each family has a page with charts and full tables, below.\n\n"
-            f"{m.setting_text()} The median round took {round(m.spread * 100)} % longer than the best, which counts "
-            "(median of all measurements): the less, the quieter was the machine.\n\n"
-            "![Time of the best other library over ours, by family](performance/overview.svg)\n\n"
-            "## Summary\n\nThe best other library's time over ours, geometric mean over the functions that have one:\n\n")
+    text = (
+        f"# Performance\n\nEvery function next to a plain copy of the same bytes and next to other libraries that can "
+        f"do the same; `make performance` measures and writes these pages, from "
+        f"[one run](performance/measurements.json). Each family has a page with charts and full tables, below.\n\n"
+        f"{m.setting_text()} The median round took {round(m.spread * 100)} % longer than the best, which counts "
+        "(median of all measurements): the less, the quieter was the machine.\n\n"
+        "![Time of the best other library over ours, by family](performance/overview.svg)\n\n"
+        "## Summary\n\nThe best other library's time over ours, geometric mean over the functions that have one:\n\n"
+    )
     rows = []
     for place in ("huge", "large", "small"):
         for target, name in m.targets if place in m.places else []:
@@ -312,19 +373,35 @@ def summary_page(m):
                 shown = [f"{mean:.2f}" if mean else "-" for mean in means]
                 cells.append(shown[0] if len(shown) < 2 or shown[0] == "-" else f"{shown[0]} ({shown[1]})")
         rows.append([f"[{family}](performance/{slug(family)}.md)", len(functions), *cells])
-    text += table(["Family", "Functions", "best library over ours, in cache", "ours over a copy, in cache",
-                   "best library over ours, 1920x1080", "ours over a copy, 1920x1080"], rows, 1)
-    text += ("## Where a library is faster\n\nIts time over ours where that is below 0.97, with the mean distances from "
-             "the equation, by the reason that `bench/reasons.txt` gives. A library counts as accurate as ours if its mean "
-             "distance is at most 2 % above ours.\n\n" + behind_tables(m))
+    text += table(
+        [
+            "Family",
+            "Functions",
+            "best library over ours, in cache",
+            "ours over a copy, in cache",
+            "best library over ours, 1920x1080",
+            "ours over a copy, 1920x1080",
+        ],
+        rows,
+        1,
+    )
+    text += (
+        "## Where a library is faster\n\nIts time over ours where that is below 0.97, with the mean distances from "
+        "the equation, by the reason that `bench/reasons.txt` gives. A library counts as accurate as ours if its mean "
+        "distance is at most 2 % above ours.\n\n" + behind_tables(m)
+    )
     if m.tiles:
         columns = [i for i, _ in m.targets]
-        median = ["median of all", *(f"{sorted(t['nanoseconds'][i] for t in m.tiles)[len(m.tiles) // 2]:.0f}"
-                                     for i in columns)]
+        median = [
+            "median of all",
+            *(f"{sorted(t['nanoseconds'][i] for t in m.tiles)[len(m.tiles) // 2]:.0f}" for i in columns),
+        ]
         worst = sorted(m.tiles, key=lambda t: -max(t["nanoseconds"][1:] or t["nanoseconds"]))[:12]
         rows = [median] + [[f"`{t['function']}`", *(f"{t['nanoseconds'][i]:.0f}" for i in columns)] for t in worst]
-        text += ("## A call on a dense tile of 16x16 pixels\n\nNanoseconds a call, and the functions that take longest:\n\n" +
-                 table(["Function", *(name for _, name in m.targets)], rows, 1))
+        text += (
+            "## A call on a dense tile of 16x16 pixels\n\nNanoseconds a call, and the functions that take longest:\n\n"
+            + table(["Function", *(name for _, name in m.targets)], rows, 1)
+        )
     return text + (ROOT / "bench" / "reading.md").read_text()
 
 
