@@ -190,20 +190,42 @@ def example(function, export):
     return "\n".join(lines + before + call + [line] + after)
 
 
+# For the program that runs the examples: memory that ends where an unreadable page begins.
+GUARDED = """
+static struct { char* start; size_t bytes; } blocks[8];
+static int used;
+static void* guarded(size_t bytes) {
+    const size_t page = 4096, whole = (bytes + page - 1) / page * page;
+    char* start = mmap(NULL, whole + page, PROT_READ | PROT_WRITE, MAP_PRIVATE | MAP_ANONYMOUS, -1, 0);
+    if (used == 8 || start == MAP_FAILED || mprotect(start + whole, page, PROT_NONE) != 0) abort();
+    blocks[used].start = start;
+    blocks[used++].bytes = whole + page;
+    return start + whole - bytes;
+}
+static void report(const char* name, PxlStatus status, int* failures) {
+    while (used > 0) --used, munmap(blocks[used].start, blocks[used].bytes);
+    if (status != pxlStatusOk) ++*failures, printf("%s: status %d\\n", name, (int)status);
+}
+"""
+
+
 def program(sections, catalogue):
-    """All examples; each has to succeed."""
+    """All examples; each has to succeed, and its images have to be large enough."""
     exports = {export["name"]: export for export in catalogue}
     functions = [f for s in sections for g in s.groups for f in g.functions if f.name in exports]
-    text = ["#include <pxlcc.h>", "#include <stdio.h>", "#include <stdlib.h>", ""]
+    headers_used = ["pxlcc.h", "stdio.h", "stdlib.h", "sys/mman.h"]
+    text = ["#define _DEFAULT_SOURCE", *(f"#include <{name}>" for name in headers_used), GUARDED]
     for function in functions:
-        body = "\n".join("    " + line for line in example(function, exports[function.name]).split("\n"))
-        text.append(f"static PxlStatus {function.name}Example(void) {{\n{body}\n    return status;\n}}\n")
-    text.append("int main(void) {\n    int failures = 0;\n    PxlStatus status;")
+        body = re.sub(
+            r"^static (Pxl\w+) (\w+)\[(.*)\];",
+            r"\1* \2 = guarded((size_t)(\3) * sizeof(\1));",
+            example(function, exports[function.name]),
+            flags=re.M,
+        ).replace("\n", "\n    ")
+        text.append(f"static PxlStatus {function.name}Example(void) {{\n    {body}\n    return status;\n}}\n")
+    text.append("int main(void) {\n    int failures = 0;")
     for function in functions:
-        text.append(
-            f"    status = {function.name}Example();\n"
-            f'    if (status != pxlStatusOk) failures++, printf("{function.name}: status %d\\n", (int)status);'
-        )
+        text.append(f'    report("{function.name}", {function.name}Example(), &failures);')
     text.append(f'    printf("{len(functions)} examples, %d failures\\n", failures);\n    return failures != 0;\n}}')
     return "\n".join(text) + "\n"
 
