@@ -23,7 +23,7 @@ const catalog::Export& exportNamed(const std::string& name) {
     fail("no export is called ", name, " (pxlcc list shows all)");
 }
 
-PxlStatus apply(const catalog::Export& function, const Image& source, Image& destination, const Extras& extras) {
+PxlStatus apply(const catalog::Export& function, const Rows& source, const Rows& destination, const Extras& extras) {
     catalog::Arguments arguments;
     arguments.size = destination.size();
     if (!function.inPlace) arguments.source = source.references();
@@ -48,7 +48,8 @@ PxlStatus apply(const catalog::Export& function, const Image& source, Image& des
     return catalog::invoke(function, arguments);
 }
 
-PxlStatus applyOrFail(const catalog::Export& function, const Image& source, Image& destination, const Extras& extras) {
+PxlStatus applyOrFail(const catalog::Export& function, const Rows& source, const Rows& destination,
+                      const Extras& extras) {
     const PxlStatus status = apply(function, source, destination, extras);
     if (status != pxlStatusOk && status != pxlStatusOddSize) fail(function.name, ": ", statusText(status));
     return status;

@@ -26,9 +26,10 @@ struct Extras {
 };
 
 // In-place functions read and write `destination` only. The size is that of `destination`.
-PxlStatus apply(const catalog::Export& function, const Image& source, Image& destination, const Extras& extras = {});
+PxlStatus apply(const catalog::Export& function, const Rows& source, const Rows& destination,
+                const Extras& extras = {});
 // The same, but anything else than success or the odd-size warning is an error.
-PxlStatus applyOrFail(const catalog::Export& function, const Image& source, Image& destination,
+PxlStatus applyOrFail(const catalog::Export& function, const Rows& source, const Rows& destination,
                       const Extras& extras = {});
 
 // "pxlStatusBadSize (-6): ..."

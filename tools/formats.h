@@ -11,20 +11,23 @@ namespace pxl::tool {
 
 struct Format {
     std::string_view name;          // as --format takes it, and as a file name may end
-    std::string_view otherName;     // what ffmpeg calls it
-    std::string_view family;        // formats of one family differ only in the order of their planes in files
+    std::string_view otherNames;    // what other programs call it, with blanks between
+    std::string_view family;        // formats of one family differ only in the order or number of planes in files
     std::string_view y4m;           // its colour space in a YUV4MPEG2 header, empty if it has none
     ImageShape shape;               // planes in the order Y, Cb, Cr
-    std::vector<std::size_t> file;  // the same planes in the order of a file
+    std::vector<std::size_t> file;  // the planes of a file in its order; others are neutral chroma
 
-    bool isPicture() const { return family == "rgb"; }
+    bool isPicture() const { return family == "picture"; }
 };
 
-// Null if there is none of that name.
+// Letters may be small or large. Null if there is none of that name.
 const Format* findFormat(std::string_view name);
-const Format& formatNamed(std::string_view name);
 // All names, for messages.
 std::string formatNames();
+// The picture format of these samples, R before B.
+const Format& pictureFormat(Element element, int channels);
+// Planes of the same sampling.
+const Format* planarFormat(int sampling);
 // The format of a YUV4MPEG2 colour space (without the C), null for those that are not read.
 const Format* findY4m(std::string_view colourSpace);
 
@@ -38,11 +41,7 @@ struct PlaneExtent {
 PlaneExtent extentInFile(const Format& format, std::size_t plane, PxlSize size);
 std::int64_t bytesInFile(const Format& format, PxlSize size);
 
-// The same 4:2:0 samples with chroma in planes or in pairs of either order.
-void regroupChroma(const Format& from, const Image& source, const Format& to, Image& destination);
-
-// The export from video to a picture or from a picture to video, in the coefficient set "601", "709" or "709hdtv". An
-// error says which sets there are.
-const catalog::Export& exportBetween(const Format& from, const Format& to, const std::string& matrix);
+// A frame of that format in memory: whole chroma blocks, neutral chroma.
+Image newFrame(const Format& format, PxlSize size);
 
 }  // namespace pxl::tool

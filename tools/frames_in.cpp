@@ -3,6 +3,7 @@
 #include <charconv>
 #include <sstream>
 
+#include "difference.h"
 #include "error.h"
 #include "frames.h"
 #include "text.h"
@@ -21,43 +22,63 @@ void checkSide(const std::string& name, PxlSize size) {
 // Pictures from one stream, or from files whose numbers count up.
 class PictureSource : public FrameSource {
 public:
-    explicit PictureSource(std::unique_ptr<Input> stream) : stream_(std::move(stream)) { start(); }
-    explicit PictureSource(const std::string& pattern) : pattern_(pattern) {
-        start();
-        // The numbers start with 1 or 0.
-        if (access(numberedPath(pattern_, 0).c_str(), F_OK) == 0) number_ = 0;
+    explicit PictureSource(std::unique_ptr<Input> stream) : stream_(std::move(stream)) {}
+    PictureSource(const NumberedName& name, std::optional<int> start) : files_(name) {
+        const auto lowest = files_->lowestFile(0);
+        if (!start && !lowest) fail("no file is called like ", name.pattern());
+        number_ = start ? *start : *lowest;
     }
 
-    bool next(Image& frame) override {
-        if (!pattern_.empty()) {
-            const std::string path = numberedPath(pattern_, number_);
-            if (type_.size.width > 0 && access(path.c_str(), F_OK) != 0) return false;
-            stream_ = std::make_unique<Input>(path);
-            ++number_;
-        } else if (stream_->offset() > 0 && stream_->peek() < 0) {
-            return false;
+    bool take(Frame& frame) override {
+        if (!files_) {
+            if (stream_->offset() > 0 && stream_->peek() < 0) return false;
+            decode(*stream_, frame);
+            return true;
         }
-        const Image picture = readPicture(*stream_);
-        if (!pattern_.empty() && stream_->peek() >= 0) fail(stream_->name(), ": more than one picture");
-        if (picture.shape().planes[0].element != Element::u8)
-            fail(stream_->name(), ": a 16-bit picture; 8 bits are needed");
-        const PxlSize size = picture.size();
-        checkSide(stream_->name(), size);
-        if (type_.size.width == 0) type_.size = size;
-        if (size.width != type_.size.width || size.height != type_.size.height)
-            fail(stream_->name(), ": a picture of ", size.width, 'x', size.height, " after those of ", type_.size.width,
-                 'x', type_.size.height);
-        if (frame.planes() == 0) frame = Image(type_.format->shape, size);
-        copyPicture(picture, frame);
+        const std::string path = files_->at(number_);
+        if (access(path.c_str(), F_OK) != 0) {
+            if (const auto next = files_->lowestFile(number_)) fail(path, " is missing before ", files_->at(*next));
+            if (type_.format != nullptr) return false;
+        }
+        frame.file = std::make_unique<Input>(path);
+        ++number_;
         return true;
     }
 
+    void unpack(Frame& frame) override {
+        if (!frame.file) return;
+        decode(*frame.file, frame);
+        if (frame.file->peek() >= 0) fail(frame.file->name(), ": more than one picture");
+        frame.file.reset();
+    }
+
 private:
-    void start() { type_.format = findFormat("rgb24"); }
+    void decode(Input& input, Frame& frame) {
+        Image picture = readPicture(input);
+        const PxlSize size = picture.size();
+        checkSide(input.name(), size);
+        const auto& plane = picture.shape().planes[0];
+        if (type_.format == nullptr) {
+            type_.format = &pictureFormat(plane.element, plane.channels);
+            type_.size = size;
+        }
+        if (size.width != type_.size.width || size.height != type_.size.height)
+            fail(input.name(), ": a picture of ", size.width, 'x', size.height, " after those of ", type_.size.width,
+                 'x', type_.size.height);
+        const ImageShape& shape = type_.format->shape;
+        if (plane.element != shape.planes[0].element) picture = withElement(picture, shape.planes[0].element);
+        if (plane.channels == shape.planes[0].channels) {
+            frame.image = std::move(picture);
+            return;
+        }
+        if (!canCopyPicture(picture.shape(), shape)) fail(input.name(), ": a picture in colour after gray ones");
+        frame.image = Image(shape, size);
+        copyPicture(picture, frame.image);
+    }
 
     std::unique_ptr<Input> stream_;
-    std::string pattern_;
-    int number_ = 1;
+    std::optional<NumberedName> files_;
+    int number_ = 0;
 };
 
 // Frames of planes one after the other, in a .y4m stream each after a line that starts with FRAME.
@@ -74,7 +95,7 @@ public:
         start();
     }
 
-    bool next(Image& frame) override {
+    bool take(Frame& frame) override {
         if (input_->peek() < 0) return false;
         ++number_;
         frameStart_ = input_->offset();
@@ -83,40 +104,47 @@ public:
             if (line != "FRAME" && line.rfind("FRAME ", 0) != 0)
                 fail(place(), ": malformed, a line that starts with FRAME has to stand there");
         }
-        const std::int64_t needed = bytesInFile(*type_.format, type_.size);
-        if (input_->size() >= 0 && input_->size() - input_->offset() < needed)
-            failTruncated(input_->size() - input_->offset(), needed);
-        if (frame.planes() == 0) frame = Image(type_.format->shape, wholeBlocks(*type_.format, type_.size));
-        std::int64_t read = 0;
-        for (const std::size_t plane : type_.format->file) {
-            const auto extent = extentInFile(*type_.format, plane, type_.size);
-            for (std::int64_t y = 0; y < extent.rows; ++y) {
-                const auto count = static_cast<std::size_t>(extent.rowBytes);
-                const std::size_t got = input_->read(frame.plane(plane).row(y), count);
-                read += static_cast<std::int64_t>(got);
-                if (got != count) failTruncated(read, needed);
-                char padding[128];
-                const std::size_t skipped = input_->read(padding, static_cast<std::size_t>(extent.padding));
-                read += static_cast<std::int64_t>(skipped);
-                if (static_cast<std::int64_t>(skipped) != extent.padding) failTruncated(read, needed);
-            }
-        }
+        const std::int64_t there = input_->reach(frameBytes_, frameBytes_);
+        if (there < frameBytes_) failTruncated(there);
+        if (frame.image.planes() == 0) frame.image = newFrame(*type_.format, type_.size);
+        left_ = frameBytes_;
+        for (const std::size_t plane : type_.format->file) readPlane(frame.image.plane(plane), plane);
         return true;
     }
 
 private:
     void start() {
         checkSide(input_->name(), type_.size);
-        const std::int64_t frame = bytesInFile(*type_.format, type_.size) + (isY4m_ ? 6 : 0);
-        if (input_->size() >= 0) type_.frames = (input_->size() - input_->offset()) / frame;
+        frameBytes_ = bytesInFile(*type_.format, type_.size);
+        constexpr int kFrameLine = 6;
+        if (input_->size() >= 0)
+            type_.frames = (input_->size() - input_->offset()) / (frameBytes_ + (isY4m_ ? kFrameLine : 0));
+    }
+
+    void readBytes(void* bytes, std::int64_t count) {
+        const auto got = static_cast<std::int64_t>(input_->read(bytes, static_cast<std::size_t>(count)));
+        left_ -= got;
+        if (got < count) failTruncated(frameBytes_ - left_);
+    }
+
+    // At once where the rows of the file are those of the image.
+    void readPlane(const Image::Plane& plane, std::size_t index) {
+        const auto extent = extentInFile(*type_.format, index, type_.size);
+        char padding[128];
+        if (extent.padding == 0 && extent.rowBytes == plane.rowBytes)
+            return readBytes(plane.first, extent.rowBytes * extent.rows);
+        for (std::int64_t y = 0; y < extent.rows; ++y) {
+            readBytes(plane.row(y), extent.rowBytes);
+            readBytes(padding, extent.padding);
+        }
     }
 
     std::string place() const {
         return input_->name() + ": frame " + std::to_string(number_) + " at byte " + std::to_string(frameStart_);
     }
 
-    [[noreturn]] void failTruncated(std::int64_t there, std::int64_t needed) const {
-        fail(place(), ": truncated, ", there, " of ", needed, " bytes of samples are there");
+    [[noreturn]] void failTruncated(std::int64_t there) const {
+        fail(place(), ": truncated, ", there, " of ", frameBytes_, " bytes of samples are there");
     }
 
     std::string readLine() {
@@ -160,7 +188,12 @@ private:
                     type_.rate = word;
                     break;
                 default:
-                    type_.others += " " + word;
+                    if (word == "XCOLORRANGE=FULL")
+                        type_.range = Range::full;
+                    else if (word == "XCOLORRANGE=LIMITED")
+                        type_.range = Range::studio;
+                    else
+                        type_.others += " " + word;
                     break;
             }
         }
@@ -169,27 +202,33 @@ private:
         type_.format = findY4m(type_.colour.substr(1));
         if (type_.format == nullptr)
             fail(input_->name(), ": frames of the kind ", type_.colour,
-                 "; only 8-bit 4:2:0, 4:2:2, 4:1:1 and 4:4:4 are read");
-        if (type_.others.find("XCOLORRANGE=FULL") != std::string::npos)
-            note(input_->name(), " says it has full-range samples; the conversions take them as studio range");
+                 "; only 8-bit mono, 4:2:0, 4:2:2, 4:1:1 and 4:4:4 are read");
+        if (type_.format->y4m == "mono" && type_.range == Range::full) {  // no luma but gray
+            type_.format = findFormat("gray");
+            type_.colour.clear();
+        }
     }
 
     std::unique_ptr<Input> input_;
     bool isY4m_ = false;
     std::int64_t number_ = 0, frameStart_ = 0;
+    std::int64_t frameBytes_ = 0, left_ = 0;  // of the frame, and still to come
 };
 
 }  // namespace
 
 std::unique_ptr<FrameSource> openSource(const SourceOptions& options) {
-    const std::string& path = options.path;
-    if (isNumbered(path)) return std::make_unique<PictureSource>(path);
+    const NumberedName name(options.path);
+    // A file whose very name is a pattern is a file.
+    if (name.isPattern() && access(options.path.c_str(), F_OK) != 0)
+        return std::make_unique<PictureSource>(name, options.start);
+    const std::string path = name.isPattern() ? options.path : name.at(0);
     auto input = std::make_unique<Input>(path);
     if (!options.size.empty()) {
-        const std::string name = options.format.empty() ? ending(path) : options.format;
-        if (options.format.empty() && findFormat(name) == nullptr)
+        const std::string format = options.format.empty() ? ending(path) : options.format;
+        if (findFormat(format) == nullptr)
             fail("--size is for raw frames: give their --format too, one of ", formatNames());
-        return std::make_unique<VideoSource>(std::move(input), formatNamed(name), parseSize(options.size));
+        return std::make_unique<VideoSource>(std::move(input), *findFormat(format), parseSize(options.size, "--size"));
     }
     if (findFormat(ending(path)) != nullptr) fail(path, " holds raw frames: give their size with --size WxH");
     switch (input->peek()) {
@@ -201,7 +240,7 @@ std::unique_ptr<FrameSource> openSource(const SourceOptions& options) {
         case -1:
             fail(input->name(), " is empty");
         default:
-            fail(input->name(), " is no PNG, PPM or YUV4MPEG2 file; for raw frames give --format and --size WxH");
+            fail(input->name(), " is no PNG, PNM or YUV4MPEG2 file; for raw frames give --format and --size WxH");
     }
 }
 

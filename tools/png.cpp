@@ -3,6 +3,7 @@
 
 #include <csetjmp>
 #include <cstring>
+#include <utility>
 
 #include "error.h"
 #include "pictures.h"
@@ -83,6 +84,17 @@ std::vector<png_bytep> rowPointers(const Image& picture) {
     return rows;
 }
 
+// What deflate packs to less than a thousandth is not there; no memory is taken for such a claim.
+void checkSamplesAreThere(Input& input, const Reader& reader) {
+    constexpr std::int64_t kBestRatio = 1032, kSlack = 1024;
+    const auto height = static_cast<std::int64_t>(png_get_image_height(reader.png, reader.info));
+    const auto bytes = static_cast<std::int64_t>(png_get_rowbytes(reader.png, reader.info)) * height;
+    const std::int64_t least = bytes / kBestRatio - kSlack;
+    if (least > 0 && input.reach(least, bytes) < least)
+        fail(input.name(), ": truncated, too short for the ", png_get_image_width(reader.png, reader.info), 'x', height,
+             " pixels that its header claims");
+}
+
 }  // namespace
 
 Image readPng(Input& input) {
@@ -91,21 +103,24 @@ Image readPng(Input& input) {
     const auto giveUp = [&] { fail(input.name(), ": not a valid PNG file: ", stream.message); };
     if (!completes(reader.png, [&] { png_read_info(reader.png, reader.info); })) giveUp();
 
-    const int depth = png_get_bit_depth(reader.png, reader.info);
-    const int colour = png_get_color_type(reader.png, reader.info);
-    if (colour == PNG_COLOR_TYPE_PALETTE) fail(input.name(), ": a palette PNG; only gray, RGB and RGBA are read");
-    if (depth < 8) fail(input.name(), ": a PNG with ", depth, " bits a sample; only 8 and 16 are read");
-    if (colour == PNG_COLOR_TYPE_GRAY_ALPHA) png_set_gray_to_rgb(reader.png);
-    if (depth == 16) png_set_swap(reader.png);  // samples in the processor's byte order
-    const int channels = colour == PNG_COLOR_TYPE_GRAY ? 1 : (colour & PNG_COLOR_MASK_ALPHA) != 0 ? 4 : 3;
+    checkSamplesAreThere(input, reader);
 
-    Image picture(pictureShape(depth == 8 ? Element::u8 : Element::u16, channels),
+    const bool isWide = png_get_bit_depth(reader.png, reader.info) == 16;
+    const bool hasAlpha = (png_get_color_type(reader.png, reader.info) & PNG_COLOR_MASK_ALPHA) != 0 ||
+                          png_get_valid(reader.png, reader.info, PNG_INFO_tRNS) != 0;
+    const auto prepare = [&] {
+        png_set_expand(reader.png);  // palettes, single bits and transparent colours
+        if (hasAlpha) png_set_gray_to_rgb(reader.png);
+        if (isWide) png_set_swap(reader.png);  // samples in the processor's byte order
+        png_set_interlace_handling(reader.png);
+        png_read_update_info(reader.png, reader.info);
+    };
+    if (!completes(reader.png, prepare)) giveUp();
+    Image picture(pictureShape(isWide ? Element::u16 : Element::u8, png_get_channels(reader.png, reader.info)),
                   {static_cast<int>(png_get_image_width(reader.png, reader.info)),
                    static_cast<int>(png_get_image_height(reader.png, reader.info))});
     auto rows = rowPointers(picture);
     const auto read = [&] {
-        png_set_interlace_handling(reader.png);
-        png_read_update_info(reader.png, reader.info);
         png_read_image(reader.png, rows.data());
         png_read_end(reader.png, nullptr);
     };
@@ -113,7 +128,7 @@ Image readPng(Input& input) {
     return picture;
 }
 
-void writePng(Output& output, const Image& picture) {
+std::vector<std::uint8_t> encodePng(const Image& picture) {
     static constexpr int kColourTypes[] = {0, PNG_COLOR_TYPE_GRAY, 0, PNG_COLOR_TYPE_RGB, PNG_COLOR_TYPE_RGB_ALPHA};
     const auto& shape = picture.shape().planes[0];
     const int depth = shape.packedBits == 1 ? 1 : shape.element == Element::u8 ? 8 : 16;
@@ -131,7 +146,7 @@ void writePng(Output& output, const Image& picture) {
         png_write_end(writer.png, writer.info);
     };
     if (!completes(writer.png, write)) fail("cannot write a PNG: ", stream.message);
-    output.write(stream.written.data(), stream.written.size());
+    return std::move(stream.written);
 }
 
 }  // namespace pxl::tool

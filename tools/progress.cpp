@@ -11,8 +11,9 @@ namespace pxl::tool {
 Progress::Progress(std::int64_t total)
     : total_(total), onTerminal_(isatty(STDERR_FILENO) != 0), last_(std::chrono::steady_clock::now()) {}
 
-Progress::~Progress() {
+void Progress::clear() {
     if (shown_) std::cerr << "\r\033[K" << std::flush;
+    shown_ = false;
 }
 
 void Progress::show(std::int64_t done) {

@@ -12,10 +12,11 @@ public:
     explicit Progress(std::int64_t total);
     Progress(const Progress&) = delete;
     Progress& operator=(const Progress&) = delete;
-    // Takes the line away.
-    ~Progress();
+    ~Progress() { clear(); }
 
     void show(std::int64_t done);
+    // Takes the line away.
+    void clear();
 
 private:
     std::int64_t total_;

