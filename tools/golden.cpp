@@ -160,8 +160,8 @@ void addCall(Hash& hash, const Export& function, PxlSize wanted, Content content
     fill(destination, content, random);
     Further further(function, random);
     further.arguments.size = size;
-    further.arguments.source = source.references();
-    further.arguments.destination = destination.references();
+    further.arguments.source = Rows(source).references();
+    further.arguments.destination = Rows(destination).references();
     hash.add(invoke(function, further.arguments));
     add(hash, destination);
 }
@@ -176,8 +176,8 @@ void addRefusals(Hash& hash, const Export& function, Random& random) {
     const PxlSize onePixel = function.fitting({1, 1});
     const Image source(function.source, onePixel), destination(function.destination, onePixel);
     further.arguments.size = {0, 0};
-    further.arguments.source = source.references();
-    further.arguments.destination = destination.references();
+    further.arguments.source = Rows(source).references();
+    further.arguments.destination = Rows(destination).references();
     hash.add(invoke(function, further.arguments));
 }
 
