@@ -174,6 +174,15 @@ class Site:
 
     # ---- links
 
+    def speed_page(self, family):
+        """Where the times of a family are; a new one may not have been measured."""
+        return (
+            f"performance/{performance.slug(family)}.html" if family in self.measured.families else "performance.html"
+        )
+
+    def link_from_below(self, match):
+        return f'<a href="../functions.html#{match[1]}">{match[0]}</a>' if match[1] in self.exports else match[0]
+
     def link(self, name):
         """Where a name or a document is, from the pages at the top."""
         if name in self.exports:
@@ -376,8 +385,7 @@ class Site:
         sections = [s for s in self.sections if any(f.name in self.exports for g in s.groups for f in g.functions)]
         data = {
             "families": [
-                [family, family_file(family), f"performance/{performance.slug(family)}.html", formulas(family)]
-                for family in self.families
+                [family, family_file(family), self.speed_page(family), formulas(family)] for family in self.families
             ],
             "sections": [[s.title, headers.to_html(s.text, self.link)] for s in sections],
             "layouts": LAYOUTS,
@@ -412,7 +420,7 @@ class Site:
                 sections.append(self.functions[name].section)
         body += (
             f'<p>{len(names)} functions of <code>{sections[0].header}</code>. '
-            f'<a href="performance/{performance.slug(family)}.html">How fast they are</a>. '
+            f'<a href="{self.speed_page(family)}">How fast they are</a>. '
             f'<a href="{formulas(family)}">Formulas to the last bit</a>.</p>\n'
         )
         for section in sections:
@@ -476,7 +484,7 @@ class Site:
             if path == "guide.html":
                 body += self.status_table()
             if path.startswith("performance/"):
-                body = re.sub(r"<code>(pxli\w+)</code>", r'<a href="../functions.html#\1"><code>\1</code></a>', body)
+                body = re.sub(r"<code>(pxli\w+)</code>", self.link_from_below, body)
             else:
                 titles[path] = title
             body = re.sub(r'<img src="([^"]*\.svg)"', r'<img loading="lazy" src="\1"', body)
