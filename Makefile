@@ -9,6 +9,7 @@
 #   make golden       the table of the bytes that every function gives, anew (pxlcc selftest compares with it)
 #   make python       build the Python package; make python-test runs its tests
 #   make gstreamer    build the GStreamer plugin; make gstreamer-test runs its tests, gstreamer-bench times it
+#   make views        write the table of the C++ views anew, after a change of the catalogue
 #   make install      build the library and the program and install them (PREFIX=/usr/local, DESTDIR=)
 #   make format       format the sources; format-check only tells
 #   make clean        remove what these tasks made
@@ -24,7 +25,7 @@ JOBS ?= $(shell nproc)
 BUILD = build/$(PRESET)
 
 .PHONY: help demo test bench bench-program performance site accuracy golden python python-test gstreamer \
-        gstreamer-test gstreamer-bench install format format-check clean
+        gstreamer-test gstreamer-bench views install format format-check clean
 
 help:
 	@sed -n '3,/^$$/s/^# \{0,1\}//p' Makefile
@@ -108,6 +109,13 @@ gstreamer-test: gstreamer
 gstreamer-bench: gstreamer
 	cmake --build $(BUILD) --target pxlcc_gstreamer_bench
 	$(BUILD)/bindings/gstreamer/pxlcc_gstreamer_bench $(BENCH_ARGS)
+
+views:
+	@scripts/install-packages build
+	cmake --preset $(PRESET) >/dev/null
+	cmake --build $(BUILD) --target pxlcc_views_table
+	$(BUILD)/catalog/pxlcc_views_table >build/pxlcc_table.hpp
+	mv build/pxlcc_table.hpp include/pxlcc/pxlcc_table.hpp
 
 # The program and the library alone, without what only the tests need.
 install: PRESET = install

@@ -29,6 +29,8 @@ struct Extras {
     int packedSourceBits = 0;  // PlaneShape::packedBits
     int packedDestinationBits = 0;
     int bytesBeforeLonePixel = 0;  // of the source
+    bool wholeImage = false;       // rows depend on rows far off, or on what stands in for those beyond the image
+    int bandRows = 1;              // at least
 };
 
 // ---- from the function's type
@@ -243,6 +245,16 @@ struct Family {
     Extras extras;
 };
 
+// Whole chroma blocks of both sides.
+int bandRowsOf(const Export& e, const Extras& own) {
+    if (own.wholeImage) return 0;
+    int rows = std::max(own.bandRows, e.sizeMultiple);
+    for (const ImageShape* side : {&e.source, &e.destination}) {
+        for (const PlaneShape& plane : side->planes) rows = std::max(rows, 1 << plane.heightShift);
+    }
+    return rows;
+}
+
 Export describe(std::string_view name, std::string_view summary, const Family& family, const Extras& own,
                 const std::vector<TypeInfo>& types) {
     Export e;
@@ -285,6 +297,7 @@ Export describe(std::string_view name, std::string_view summary, const Family& f
     e.source.stepArray = e.inPlace ? sides.destinationSteps : sides.sourceSteps;
     e.destination.planeArray = sides.destinationArray;
     e.destination.stepArray = sides.destinationSteps;
+    e.bandRows = bandRowsOf(e, own);
     return e;
 }
 

@@ -121,6 +121,8 @@ struct Export {
     int minimumHeight = 1;
     bool anyHeight = false;  // below 1 it converts nothing
     int sizeMultiple = 1;    // of width and height; others are refused
+    int bandRows = 1;        // bands that start at rows that are multiples of this make the same image; 0: none do.
+                             // Dithering has its own: that of ReduceBits is without.
     bool inPlace = false;
     bool testsSteps = false;       // answers a step below 1 with badStep
     bool acceptsEmpty = false;     // converts nothing, without an error, where the size is below the minimum
