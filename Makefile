@@ -10,6 +10,7 @@
 #   make python       build the Python package; make python-test runs its tests
 #   make gstreamer    build the GStreamer plugin; make gstreamer-test runs its tests, gstreamer-bench times it
 #   make views        write the table of the C++ views anew, after a change of the catalogue
+#   make examples     build and run the examples, those with OpenCV and FFmpeg among them
 #   make install      build the library and the program and install them (PREFIX=/usr/local, DESTDIR=)
 #   make format       format the sources; format-check only tells
 #   make clean        remove what these tasks made
@@ -25,7 +26,7 @@ JOBS ?= $(shell nproc)
 BUILD = build/$(PRESET)
 
 .PHONY: help demo test bench bench-program performance site accuracy golden python python-test gstreamer \
-        gstreamer-test gstreamer-bench views install format format-check clean
+        gstreamer-test gstreamer-bench views examples install format format-check clean
 
 help:
 	@sed -n '3,/^$$/s/^# \{0,1\}//p' Makefile
@@ -116,6 +117,13 @@ views:
 	cmake --build $(BUILD) --target pxlcc_views_table
 	$(BUILD)/catalog/pxlcc_views_table >build/pxlcc_table.hpp
 	mv build/pxlcc_table.hpp include/pxlcc/pxlcc_table.hpp
+
+examples: PRESET = examples
+examples:
+	@scripts/install-packages build examples
+	cmake --preset $(PRESET) >/dev/null
+	cmake --build $(BUILD)
+	ctest --test-dir $(BUILD) --output-on-failure --no-tests=error --timeout $(TEST_TIMEOUT)
 
 # The program and the library alone, without what only the tests need.
 install: PRESET = install
