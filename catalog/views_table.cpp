@@ -160,7 +160,7 @@ std::string traitsOf(const Export& e) {
 }
 
 std::string argumentOf(const Parameter& parameter) {
-    const std::string plane = "(" + std::to_string(parameter.plane) + ")";
+    const std::string plane = std::string("(").append(std::to_string(parameter.plane)).append(")");
     switch (parameter.role) {
         case Role::sourcePlane:
             return "source" + plane;
