@@ -284,24 +284,26 @@ PXL_INLINE void storeBlocks(Blocks<1> all, Pxl8u* p, const U8<1> (&a)[k]) {
     if constexpr (k > 3) store(all, p + 48, a[3]);
 }
 
-#if PXL_BLOCKS == 2
-// The blocks a.i and b.j.
-template <int i, int j>
-PXL_INLINE U8<2> twoBlocks(U8<2> a, U8<2> b) {
-    if constexpr (i == 0 && j == 1) return {_mm256_blend_epi32(a.v, b.v, 0xF0)};
-    return {_mm256_permute2x128_si256(a.v, b.v, i + 16 * (2 + j))};
+template <int k>
+PXL_INLINE void loadWholeBlocks(Blocks<1> all, const Pxl8u* p, U8<1> (&a)[k]) {
+    loadBlocks(all, p, a);
+}
+template <int k>
+PXL_INLINE void storeWholeBlocks(Blocks<1> all, Pxl8u* p, const U8<1> (&a)[k]) {
+    storeBlocks(all, p, a);
 }
 
+#if PXL_BLOCKS == 2
 // Loading the second block into its place costs less than moving it there.
 PXL_INLINE U8<2> twoBlocksAt(const Pxl8u* p, const Pxl8u* q) {
     const __m256i low = _mm256_castsi128_si256(_mm_loadu_si128(reinterpret_cast<const __m128i*>(p)));
     return {_mm256_inserti128_si256(low, _mm_loadu_si128(reinterpret_cast<const __m128i*>(q)), 1)};
 }
 
-PXL_INLINE void loadBlocks(Blocks<2> all, const Pxl8u* p, U8<2> (&a)[2]) {
-    const auto m0 = load(all, p), m1 = load(all, p + 32);
-    a[0] = twoBlocks<0, 0>(m0, m1);
-    a[1] = twoBlocks<1, 1>(m0, m1);
+PXL_INLINE void loadBlocks(Blocks<2>, const Pxl8u* p, U8<2> (&a)[2]) {
+    askAhead<2>(p), askAhead<2>(p + 32);
+    a[0] = twoBlocksAt(p, p + 32);
+    a[1] = twoBlocksAt(p + 16, p + 48);
 }
 PXL_INLINE void loadBlocks(Blocks<2>, const Pxl8u* p, U8<2> (&a)[3]) {
     askAhead<2>(p), askAhead<2>(p + 32), askAhead<2>(p + 64);
@@ -309,16 +311,12 @@ PXL_INLINE void loadBlocks(Blocks<2>, const Pxl8u* p, U8<2> (&a)[3]) {
     a[1] = twoBlocksAt(p + 16, p + 64);
     a[2] = twoBlocksAt(p + 32, p + 80);
 }
-PXL_INLINE void loadBlocks(Blocks<2> all, const Pxl8u* p, U8<2> (&a)[4]) {
-    const auto m0 = load(all, p), m1 = load(all, p + 32), m2 = load(all, p + 64), m3 = load(all, p + 96);
-    a[0] = twoBlocks<0, 0>(m0, m2);
-    a[1] = twoBlocks<1, 1>(m0, m2);
-    a[2] = twoBlocks<0, 0>(m1, m3);
-    a[3] = twoBlocks<1, 1>(m1, m3);
-}
-PXL_INLINE void storeBlocks(Blocks<2> all, Pxl8u* p, const U8<2> (&a)[2]) {
-    store(all, p, twoBlocks<0, 0>(a[0], a[1]));
-    store(all, p + 32, twoBlocks<1, 1>(a[0], a[1]));
+PXL_INLINE void loadBlocks(Blocks<2>, const Pxl8u* p, U8<2> (&a)[4]) {
+    askAhead<2>(p), askAhead<2>(p + 32), askAhead<2>(p + 64), askAhead<2>(p + 96);
+    a[0] = twoBlocksAt(p, p + 64);
+    a[1] = twoBlocksAt(p + 16, p + 80);
+    a[2] = twoBlocksAt(p + 32, p + 96);
+    a[3] = twoBlocksAt(p + 48, p + 112);
 }
 PXL_INLINE void storeTwoBlocks(Pxl8u* p, Pxl8u* q, U8<2> a) {
     _mm_storeu_si128(reinterpret_cast<__m128i*>(p), _mm256_castsi256_si128(a.v));
@@ -330,7 +328,39 @@ PXL_INLINE void storeBlocks(Blocks<2>, Pxl8u* p, const U8<2> (&a)[3]) {
     storeTwoBlocks(p + 16, p + 64, a[1]);
     storeTwoBlocks(p + 32, p + 80, a[2]);
 }
-PXL_INLINE void storeBlocks(Blocks<2> all, Pxl8u* p, const U8<2> (&a)[4]) {
+PXL_INLINE void storeBlocks(Blocks<2>, Pxl8u* p, const U8<2> (&a)[4]) {
+    askAhead<2>(p), askAhead<2>(p + 32), askAhead<2>(p + 64), askAhead<2>(p + 96);
+    storeTwoBlocks(p, p + 64, a[0]);
+    storeTwoBlocks(p + 16, p + 80, a[1]);
+    storeTwoBlocks(p + 32, p + 96, a[2]);
+    storeTwoBlocks(p + 48, p + 112, a[3]);
+}
+
+// The same with whole vectors: the better way where nothing else shuffles and loads and stores are what there is.
+// The blocks a.i and b.j.
+template <int i, int j>
+PXL_INLINE U8<2> twoBlocks(U8<2> a, U8<2> b) {
+    if constexpr (i == 0 && j == 1) return {_mm256_blend_epi32(a.v, b.v, 0xF0)};
+    return {_mm256_permute2x128_si256(a.v, b.v, i + 16 * (2 + j))};
+}
+
+PXL_INLINE void loadWholeBlocks(Blocks<2> all, const Pxl8u* p, U8<2> (&a)[2]) {
+    const auto m0 = load(all, p), m1 = load(all, p + 32);
+    a[0] = twoBlocks<0, 0>(m0, m1);
+    a[1] = twoBlocks<1, 1>(m0, m1);
+}
+PXL_INLINE void loadWholeBlocks(Blocks<2> all, const Pxl8u* p, U8<2> (&a)[4]) {
+    const auto m0 = load(all, p), m1 = load(all, p + 32), m2 = load(all, p + 64), m3 = load(all, p + 96);
+    a[0] = twoBlocks<0, 0>(m0, m2);
+    a[1] = twoBlocks<1, 1>(m0, m2);
+    a[2] = twoBlocks<0, 0>(m1, m3);
+    a[3] = twoBlocks<1, 1>(m1, m3);
+}
+PXL_INLINE void storeWholeBlocks(Blocks<2> all, Pxl8u* p, const U8<2> (&a)[2]) {
+    store(all, p, twoBlocks<0, 0>(a[0], a[1]));
+    store(all, p + 32, twoBlocks<1, 1>(a[0], a[1]));
+}
+PXL_INLINE void storeWholeBlocks(Blocks<2> all, Pxl8u* p, const U8<2> (&a)[4]) {
     store(all, p, twoBlocks<0, 0>(a[0], a[1]));
     store(all, p + 32, twoBlocks<0, 0>(a[2], a[3]));
     store(all, p + 64, twoBlocks<1, 1>(a[0], a[1]));

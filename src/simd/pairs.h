@@ -51,16 +51,16 @@ PXL_INLINE Pairs<4> pairsTwice(U8<4> a) {
 }
 #endif
 
-// One or two blocks: in the order of loadBlocks.
+// One or two blocks: in the order of loadWholeBlocks.
 template <int N>
 PXL_INLINE Pairs<N> loadPairs(Blocks<N> all, const Pxl8u* p) {
     U8<N> a[2];
-    loadBlocks(all, p, a);
+    loadWholeBlocks(all, p, a);
     return {a[0], a[1]};
 }
 template <int N>
 PXL_INLINE void storePairs(Blocks<N> all, Pxl8u* p, Pairs<N> a) {
-    storeBlocks(all, p, {a.low, a.high});
+    storeWholeBlocks(all, p, {a.low, a.high});
 }
 
 // The first and the second byte of each pair, and back.
@@ -78,14 +78,14 @@ PXL_INLINE Pairs<N> interleave(Channels2<U8<N>> a) {
 template <int N>
 PXL_INLINE Channels2<Pairs<N>> loadPairs2(Blocks<N> all, const Pxl8u* p) {
     U8<N> a[4];
-    loadBlocks(all, p, a);
+    loadWholeBlocks(all, p, a);
     const auto low = separate(Pairs<N>{a[0], a[1]}), high = separate(Pairs<N>{a[2], a[3]});
     return {{low.c0, high.c0}, {low.c1, high.c1}};
 }
 template <int N>
 PXL_INLINE void storePairs2(Blocks<N> all, Pxl8u* p, Channels2<Pairs<N>> a) {
     const auto low = interleave(Channels2{a.c0.low, a.c1.low}), high = interleave(Channels2{a.c0.high, a.c1.high});
-    storeBlocks(all, p, {low.low, low.high, high.low, high.high});
+    storeWholeBlocks(all, p, {low.low, low.high, high.low, high.high});
 }
 
 // Every second pair, beginning with the first: 8 * N of them, in memory order.

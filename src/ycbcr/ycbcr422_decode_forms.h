@@ -13,14 +13,15 @@ constexpr DecoderFolded kDecodePackedToBgrAlpha = {4767, 6537, 1605, 3330, 8261,
 
 // ITU-R BT.709 in groups: luma in Q4, chroma in Q13.
 struct Decode709HdtvGroup : WholeLuma {
+    static constexpr int kCrToR = 12616, kCbToG = 1499, kCrToG = 3760, kCbToB = 14877, kRounding = 8;
     template <class B, class R>
     PXL_INLINE static auto terms(Chroma<B, R> c) {
         using V = I16<B::kN>;
-        const auto middle = fill<V>(128 * 64), rounding = fill<V>(8);
+        const auto middle = fill<V>(128 * 64), rounding = fill<V>(kRounding);
         const auto cb = subWrap(times64(c.cb), middle), cr = subWrap(times64(c.cr), middle);
-        return Rgb<V>{shiftRight<4>(addWrap(rounding, term64<12616>(cr))),
-                      shiftRight<4>(subWrap(subWrap(rounding, term64<1499>(cb)), term64<3760>(cr))),
-                      shiftRight<4>(addWrap(rounding, term64<14877>(cb)))};
+        return Rgb<V>{shiftRight<4>(addWrap(rounding, term64<kCrToR>(cr))),
+                      shiftRight<4>(subWrap(subWrap(rounding, term64<kCbToG>(cb)), term64<kCrToG>(cr))),
+                      shiftRight<4>(addWrap(rounding, term64<kCbToB>(cb)))};
     }
 };
 

@@ -1,8 +1,8 @@
 #include "ycbcr/ycbcr422_decode_kernels.h"
 
 #include "simd/pairs.h"
+#include "ycbcr/packed_decode_forms.h"
 #include "ycbcr/subsampled_decode_rows.h"
-#include "ycbcr/ycbcr422_decode_forms.h"
 
 PXL_BEGIN_TARGET
 namespace {
@@ -19,6 +19,7 @@ LumaAndChroma(U8<N>, C) -> LumaAndChroma<N, C>;
 
 // kFirst and kSecond: where the chroma samples of a pair stand in its four bytes.
 struct LumaCbCr {
+    using Order = PackedOrder<0, 0>;
     static constexpr int kFirst = 1, kSecond = 3;
     const Pxl8u* row;
     template <class How>
@@ -29,6 +30,7 @@ struct LumaCbCr {
 };
 
 struct LumaCrCb {
+    using Order = PackedOrder<0, 1>;
     static constexpr int kFirst = 1, kSecond = 3;
     const Pxl8u* row;
     template <class How>
@@ -39,6 +41,7 @@ struct LumaCrCb {
 };
 
 struct CbLumaCr {
+    using Order = PackedOrder<1, 0>;
     static constexpr int kFirst = 0, kSecond = 2;
     const Pxl8u* row;
     template <class How>
@@ -84,6 +87,30 @@ PXL_INLINE void decodePackedRow(Source source, Pixels dst, Index width) {
         [&](Part, Index x) PXL_BODY { decodeLast<Tail, kAlone>(source, dst, x, width); });
 }
 
+// The same values by the shorter way to bytes of single pixels. Four blocks, which have permutes across a vector, take
+// the usual one.
+template <class Form, class Source, class How>
+PXL_INLINE auto decodePackedBytes(How how, Source source, Index x) {
+    constexpr int N = How::kN;
+    if constexpr (N == 4) {
+        return decodePacked<Form>(how, source, x);
+    } else {
+        U8<N> halves[2];
+        loadBlocks(how, source.row + 2 * x, halves);
+        using Order = typename Source::Order;
+        const auto low = decodePacked<Form, Order>(halves[0]), high = decodePacked<Form, Order>(halves[1]);
+        return Channels3{packSatU8(low.r, high.r), packSatU8(low.g, high.g), packSatU8(low.b, high.b)};
+    }
+}
+
+// Four channels, or planes.
+template <class Group, class Tail, class Source, class Pixels>
+PXL_INLINE void decodePackedToBytes(Source source, Pixels dst, Index width) {
+    groupsAndTail<16>(
+        width, [&](auto how, Index x) PXL_BODY { dst.store(how, x, decodePackedBytes<Group>(how, source, x)); },
+        [&](Part, Index x) PXL_BODY { decodeLast<Tail, Alone::kOnePixel>(source, dst, x, width); });
+}
+
 using CentredQ12 = DecodeCentred<kDecodeQ12>;
 using CentredQ13 = DecodeCentred<kDecodeQ13>;
 using Packed = DecodeFolded<kDecodePacked>;
@@ -124,35 +151,35 @@ void cbycr709HdtvToBgrC3(const Pxl8u* src, Pxl8u* dst, Index width) {
 }
 
 void ycbcrToRgbC4(const Pxl8u* src, Pxl8u* dst, Pxl8u alpha, Index width) {
-    decodePackedRow<Packed, Exact601b>(LumaCbCr{src}, rgb(dst, alpha), width);
+    decodePackedToBytes<Packed, Exact601b>(LumaCbCr{src}, rgb(dst, alpha), width);
 }
 
 void ycbcrToBgrC4(const Pxl8u* src, Pxl8u* dst, Pxl8u alpha, Index width) {
-    decodePackedRow<PackedToBgrAlpha, DecodeUnsigned>(LumaCbCr{src}, bgr(dst, alpha), width);
+    decodePackedToBytes<PackedToBgrAlpha, DecodeUnsigned>(LumaCbCr{src}, bgr(dst, alpha), width);
 }
 
 void ycrcbToRgbC4(const Pxl8u* src, Pxl8u* dst, Pxl8u alpha, Index width) {
-    decodePackedRow<Packed, Exact601b>(LumaCrCb{src}, rgb(dst, alpha), width);
+    decodePackedToBytes<Packed, Exact601b>(LumaCrCb{src}, rgb(dst, alpha), width);
 }
 
 void ycrcbToBgrC4(const Pxl8u* src, Pxl8u* dst, Pxl8u alpha, Index width) {
-    decodePackedRow<Packed, Exact601b>(LumaCrCb{src}, bgr(dst, alpha), width);
+    decodePackedToBytes<Packed, Exact601b>(LumaCrCb{src}, bgr(dst, alpha), width);
 }
 
 void cbycrToBgrC4(const Pxl8u* src, Pxl8u* dst, Pxl8u alpha, Index width) {
-    decodePackedRow<CentredQ13, Exact601>(CbLumaCr{src}, bgr(dst, alpha), width);
+    decodePackedToBytes<CentredQ13, Exact601>(CbLumaCr{src}, bgr(dst, alpha), width);
 }
 
 void cbycr709HdtvToBgrC4(const Pxl8u* src, Pxl8u* dst, Pxl8u alpha, Index width) {
-    decodePackedRow<Decode709HdtvGroup, Decode709Hdtv>(CbLumaCr{src}, bgr(dst, alpha), width);
+    decodePackedToBytes<Decode709HdtvGroup, Decode709Hdtv>(CbLumaCr{src}, bgr(dst, alpha), width);
 }
 
 void ycbcrToRgbP3(const Pxl8u* src, RowOf<Pxl8u, 3> dst, Index width) {
-    decodePackedRow<PackedToPlanes, DecodeUnsigned>(LumaCbCr{src}, Planar3{dst}, width);
+    decodePackedToBytes<PackedToPlanes, DecodeUnsigned>(LumaCbCr{src}, Planar3{dst}, width);
 }
 
 void ycrcbToRgbP3(const Pxl8u* src, RowOf<Pxl8u, 3> dst, Index width) {
-    decodePackedRow<PackedToPlanes, DecodeUnsigned>(LumaCrCb{src}, Planar3{dst}, width);
+    decodePackedToBytes<PackedToPlanes, DecodeUnsigned>(LumaCrCb{src}, Planar3{dst}, width);
 }
 
 template <class Pixels>
