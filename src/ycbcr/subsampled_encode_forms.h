@@ -51,7 +51,7 @@ PXL_INLINE I16<N> rounded(Halves<I32<N>> sums, I32<N> offset) {
     return packSatI16(shiftRight<kShift>(addWrap(sums.low, offset)), shiftRight<kShift>(addWrap(sums.high, offset)));
 }
 
-// Both forms: centred() makes of samples what the other functions take; pairSums() adds neighbours, and sums of four
+// Both forms: pairSums() adds neighbours, and sums of four
 // are the sum of two such. chroma() gives Cb of the eight lanes in the lower half of each block and Cr in the upper.
 // chromaOfTwins() takes each sum in two neighbouring lanes and gives four Cb and four Cr in the lower half.
 
@@ -62,10 +62,6 @@ template <EncoderSet k, Sharing s>
 struct EncodeSharedReference {
     static constexpr int kShift = 16 + s.logPixels;
 
-    template <int N>
-    PXL_INLINE static Rgb<U8<N>> centred(Rgb<U8<N>> p) {
-        return p;
-    }
     template <int N>
     PXL_INLINE static U8<N> luma(Rgb<U8<N>> p) {
         const auto r = widen(p.r), g = widen(p.g), b = widen(p.b);
@@ -95,73 +91,94 @@ constexpr int half(int coefficient) { return coefficient < 0 ? -half(-coefficien
 constexpr EncoderWeights halves(EncoderWeights w) { return {half(w.r), half(w.g), half(w.b)}; }
 constexpr int total(EncoderWeights w) { return w.r + w.g + w.b; }
 
-// Samples are centred to x - 128 to fit signed bytes, and scaled so far up that the products come out in 1/256 of a
-// code: mulRound15(256 * (x - 128), c) = ((x * c + 64) >> 7) - c
-// and, for a sum s of four, mulRound15(64 * (s - 512), c) = ((s * c + 256) >> 9) - c,
-// of two, mulRound15(128 * (s - 256), c) = ((s * c + 128) >> 8) - c.
-// The offsets take back what centring took away.
+// Samples, and sums of them, are scaled so far up that the products come out in 1/256 of a code:
+// mulRound15(-128 * x, -2 * c) = (x * c + 64) >> 7,
+// for a sum s of four mulRound15(32 * s, 2 * c) = (s * c + 256) >> 9, of two mulRound15(64 * s, 2 * c).
+// Where 2 * c needs more than 16 bits, samples are centred: mulRound15(256 * (x - 128), c) = ((x * c + 64) >> 7) - c
+// and, for four, mulRound15(64 * (s - 512), c) = ((s * c + 256) >> 9) - c. Offsets take back what centring took away.
 template <EncoderSet k, Sharing s>
 struct EncodeShared {
     static constexpr EncoderWeights kLuma = halves(k.luma), kCb = halves(k.cb), kCr = halves(k.cr);
-    static constexpr int kLumaOffset = total(kLuma) + 256 * k.black + 128;
-    static constexpr int kOddLumaOffset = total(kLuma) + 256 * k.black + s.oddLumaRounding / 256;
 
-    template <int N>
-    PXL_INLINE static Rgb<I16<N>> factors(EncoderWeights w) {
-        return {fill<I16<N>>(w.r), fill<I16<N>>(w.g), fill<I16<N>>(w.b)};
-    }
-    // Where a sum saturates, the code is limited anyway or, for the luma of black, 1/256 of a code is lost in the
-    // shift.
-    template <int N>
-    PXL_INLINE static I16<N> weigh256(Rgb<I16<N>> p, Rgb<I16<N>> factors) {
-        return addSat(addSat(mulRound15(p.r, factors.r), mulRound15(p.g, factors.g)), mulRound15(p.b, factors.b));
-    }
+    // ---- luma: no sum leaves 16 bits. Green, whose weight is the largest, is centred.
 
-    template <int N>
-    PXL_INLINE static Rgb<U8<N>> centred(Rgb<U8<N>> p) {
-        const auto top = fill<U8<N>>(128);
-        return {bitXor(p.r, top), bitXor(p.g, top), bitXor(p.b, top)};
+    static constexpr int kLumaOffset = kLuma.g + 256 * k.black + 128;
+    static constexpr int kOddLumaOffset = kLuma.g + 256 * k.black + s.oddLumaRounding / 256;
+    static_assert(2 * kLuma.r < 32768 && 2 * kLuma.b < 32768);
+
+    template <int kWeight, int N>
+    PXL_INLINE static EvenOdd<I16<N>> lumaProducts(U8<N> x) {
+        const auto factor = fill<I16<N>>(-2 * kWeight);
+        return {mulRound15(pairSumsSat(x, fillBytePairs<N>(-128, 0)), factor),
+                mulRound15(pairSumsSat(x, fillBytePairs<N>(0, -128)), factor)};
     }
-    // 256 * luma
-    template <int N>
-    PXL_INLINE static U16<N> luma256(U16<N> r, U16<N> g, U16<N> b) {
-        const auto sum = weigh256(Rgb<I16<N>>{as<I16<N>>(r), as<I16<N>>(g), as<I16<N>>(b)}, factors<N>(kLuma));
-        return as<U16<N>>(addWrap(sum, fillPairs<N>(kLumaOffset, kOddLumaOffset)));
+    template <int kWeight, int N>
+    PXL_INLINE static EvenOdd<I16<N>> centredLumaProducts(U8<N> x) {
+        const auto factor = fill<I16<N>>(kWeight), x256 = as<I16<N>>(bitXor(x, fill<U8<N>>(128)));
+        return {mulRound15(shiftLeft<8>(x256), factor), mulRound15(bitAnd(x256, fill<I16<N>>(0xFF00)), factor)};
     }
     template <int N>
     PXL_INLINE static U8<N> luma(Rgb<U8<N>> p) {
-        const auto r = widenTimes256(p.r), g = widenTimes256(p.g), b = widenTimes256(p.b);
-        return limitCodes<k.limited>(highBytes(luma256(r.low, g.low, b.low), luma256(r.high, g.high, b.high)));
+        const auto r = lumaProducts<kLuma.r>(p.r), g = centredLumaProducts<kLuma.g>(p.g),
+                   b = lumaProducts<kLuma.b>(p.b);
+        const auto sum = [](I16<N> x, I16<N> y, I16<N> z, int offset) {
+            return as<U16<N>>(addWrap(addWrap(x, y), addWrap(z, fill<I16<N>>(offset))));
+        };
+        const auto even = sum(r.even, b.even, g.even, kLumaOffset), odd = sum(r.odd, b.odd, g.odd, kOddLumaOffset);
+        return limitCodes<k.limited>(as<U8<N>>(bitOr(shiftRight<8>(even), bitAnd(odd, fill<U16<N>>(0xFF00)))));
     }
-    // kEven times the even and kOdd times the odd samples; with both the same, sums of two on the scale that chroma()
-    // takes.
+
+    // ---- chroma
+
+    static constexpr bool kCentred = 2 * kCb.b > 32767;
+    static constexpr int kScale = (kCentred ? 256 : 128) >> s.logPixels, kFactor = kCentred ? 1 : 2;
+    static constexpr int kCbOffset = (kCentred ? total(kCb) : 0) + (s.cbRounding >> (8 + s.logPixels));
+    static constexpr int kCrOffset = (kCentred ? total(kCr) : 0) + (s.crRounding >> (8 + s.logPixels));
+
+    // kEven times the even and kOdd times the odd samples, on the scale that chroma() takes when they are 1 together
+    // for each of the pixels that share a sample.
     template <int kEven, int kOdd, int N>
     PXL_INLINE static I16<N> weighedPairs(U8<N> x) {
-        return pairSumsSat(as<U8<N>>(fill<I16<N>>(kEven + 256 * kOdd)), x);
+        if constexpr (kCentred) {
+            return pairSumsSat(fillBytePairs<N>(kEven * kScale, kOdd * kScale), bitXor(x, fill<U8<N>>(128)));
+        } else {
+            return pairSumsSat(x, fillBytePairs<N>(kEven * kScale, kOdd * kScale));
+        }
     }
     template <int N>
     PXL_INLINE static I16<N> pairSums(U8<N> x) {
-        constexpr int kScale = 256 >> s.logPixels;
-        return weighedPairs<kScale, kScale>(x);
+        return weighedPairs<1, 1>(x);
     }
-    // The sums become 256 * (chroma - 128), rounding included.
-    static constexpr int kCbOffset = total(kCb) + (s.cbRounding >> (8 + s.logPixels));
-    static constexpr int kCrOffset = total(kCr) + (s.crRounding >> (8 + s.logPixels));
-
+    // Only centred samples can leave 16 bits, and then the code is limited anyway.
+    template <int N>
+    PXL_INLINE static I16<N> sum(I16<N> a, I16<N> b) {
+        if constexpr (kCentred) return addSat(a, b);
+        return addWrap(a, b);
+    }
+    template <int N>
+    PXL_INLINE static I16<N> weigh256(Rgb<I16<N>> p, Rgb<I16<N>> factors, I16<N> offset) {
+        return sum(sum(sum(mulRound15(p.r, factors.r), mulRound15(p.g, factors.g)), mulRound15(p.b, factors.b)),
+                   offset);
+    }
+    template <int N>
+    PXL_INLINE static Rgb<I16<N>> factors(EncoderWeights cb, EncoderWeights cr) {
+        return {fillPairs<N>(kFactor * cb.r, kFactor * cr.r), fillPairs<N>(kFactor * cb.g, kFactor * cr.g),
+                fillPairs<N>(kFactor * cb.b, kFactor * cr.b)};
+    }
+    // From 256 * (chroma - 128), rounding included.
     template <int N>
     PXL_INLINE static U8<N> chromaCodes(U8<N> fromMiddle) {
         return limitCodes<k.limited>(bitXor(fromMiddle, fill<U8<N>>(128)));
     }
     template <int N>
     PXL_INLINE static U8<N> chroma(Rgb<I16<N>> sums) {
-        const auto cb = addSat(weigh256(sums, factors<N>(kCb)), fill<I16<N>>(kCbOffset));
-        const auto cr = addSat(weigh256(sums, factors<N>(kCr)), fill<I16<N>>(kCrOffset));
+        const auto cb = weigh256(sums, factors<N>(kCb, kCb), fill<I16<N>>(kCbOffset));
+        const auto cr = weigh256(sums, factors<N>(kCr, kCr), fill<I16<N>>(kCrOffset));
         return chromaCodes(highBytes(as<U16<N>>(cb), as<U16<N>>(cr)));
     }
     template <int N>
     PXL_INLINE static U8<N> chromaOfTwins(Rgb<I16<N>> sums) {
-        const Rgb<I16<N>> both = {fillPairs<N>(kCb.r, kCr.r), fillPairs<N>(kCb.g, kCr.g), fillPairs<N>(kCb.b, kCr.b)};
-        const auto codes = addSat(weigh256(sums, both), fillPairs<N>(kCbOffset, kCrOffset));
+        const auto codes = weigh256(sums, factors<N>(kCb, kCr), fillPairs<N>(kCbOffset, kCrOffset));
         return chromaCodes(pick(as<U8<N>>(codes), pattern<N>(kHighBytesOfTwins)));
     }
 };

@@ -6,10 +6,10 @@
 
 PXL_BEGIN_TARGET
 
-template <class Form, class Pixels, class How>
-PXL_INLINE Rgb<U8<How::kN>> loadCentred(Pixels row, How how, Index x) {
+template <class Pixels, class How>
+PXL_INLINE Rgb<U8<How::kN>> loadRgb(Pixels row, How how, Index x) {
     const auto px = row.load(how, x);
-    return Form::centred(Rgb<U8<How::kN>>{px.c0, px.c1, px.c2});
+    return {px.c0, px.c1, px.c2};
 }
 
 template <class Form, int N>

@@ -25,8 +25,8 @@ struct PairedChroma {
 template <EncoderSet k, class Pixels, class Chroma>
 PXL_INLINE void encodePair(RowPair<const Pxl8u> src, RowPair<Pxl8u> luma, Chroma chroma, Index width) {
     const auto convert = [&]<class Form>(Form, auto how, Index x) {
-        const auto upper = loadCentred<Form>(Pixels{src.upper}, how, x);
-        const auto lower = loadCentred<Form>(Pixels{src.lower}, how, x);
+        const auto upper = loadRgb(Pixels{src.upper}, how, x);
+        const auto lower = loadRgb(Pixels{src.lower}, how, x);
         store(how, luma.upper + x, Form::luma(upper));
         store(how, luma.lower + x, Form::luma(lower));
         chroma.store(how, x, Form::chroma(added(pairSums<Form>(upper), pairSums<Form>(lower))));
@@ -58,7 +58,7 @@ template <EncoderSet k, class Pixels>
 void to411(const Pxl8u* src, Pxl8u* luma, RowOf<Pxl8u, 2> chroma, Index width) {
     const auto convert = [&]<class Form>(Form, auto how, auto quarter, Index x) {
         constexpr int N = how.kN;
-        const auto p = loadCentred<Form>(Pixels{src}, how, x);
+        const auto p = loadRgb(Pixels{src}, how, x);
         store(how, luma + x, Form::luma(p));
         const auto pairs = pairSums<Form>(p);
         const Rgb<I16<N>> sums = {withNeighbour(pairs.r), withNeighbour(pairs.g), withNeighbour(pairs.b)};

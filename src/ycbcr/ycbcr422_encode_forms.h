@@ -15,10 +15,6 @@ constexpr Sharing kPairCrBelowHalf = {1, 65536, 65534, 32768};
 // Products rounded to 10.6 with one offset for luma and one, with a half, for chroma.
 struct EncodePairsQ14 {
     template <int N>
-    PXL_INLINE static Rgb<U8<N>> centred(Rgb<U8<N>> p) {
-        return p;
-    }
-    template <int N>
     PXL_INLINE static U8<N> luma(Rgb<U8<N>> p) {
         const auto r = widenTimes256(p.r), g = widenTimes256(p.g), b = widenTimes256(p.b);
         return packSatU8(EncodeQ14::luma(halved(Rgb<U16<N>>{r.low, g.low, b.low})),
@@ -45,11 +41,11 @@ struct EncodeFiltered : EncodeShared<kEncode601, kFiltered> {
     // The first of the pair twice and the second, and the second alone for the pair that follows.
     template <int N>
     PXL_INLINE static I16<N> ownThree(U8<N> x) {
-        return weighedPairs<128, 64>(x);
+        return weighedPairs<2, 1>(x);
     }
     template <int N>
     PXL_INLINE static I16<N> second(U8<N> x) {
-        return weighedPairs<0, 64>(x);
+        return weighedPairs<0, 1>(x);
     }
 };
 

@@ -55,7 +55,7 @@ PXL_INLINE void encode(How how, Index x, Rgb<U8<How::kN>> p, Destination dst) {
 template <class Group, class Tail, int kGroup = 16, class Pixels, class Destination>
 PXL_INLINE void encodePairs(Pixels src, Destination dst, Index width) {
     const auto convert = [&]<class Form>(Form, auto how, Index x)
-                             PXL_BODY { encode<Form>(how, x, loadCentred<Form>(src, how, x), dst); };
+                             PXL_BODY { encode<Form>(how, x, loadRgb(src, how, x), dst); };
     groupsAndTail<kGroup>(
         width / 2 * 2, [&](auto how, Index x) PXL_BODY { convert(Group{}, how, x); },
         [&](Part how, Index x) PXL_BODY { convert(Tail{}, how, x); });
@@ -65,7 +65,7 @@ PXL_INLINE void encodePairs(Pixels src, Destination dst, Index width) {
 template <class Form, class Pixels, class Destination>
 PXL_INLINE void encodeHalfPair(Pixels src, Destination dst, Index width) {
     if (width % 2 == 0) return;
-    const auto last = loadCentred<Form>(src, Part{1}, width - 1);
+    const auto last = loadRgb(src, Part{1}, width - 1);
     const auto first = fill<U8<1>>(0);
     encode<Form>(Part{1}, width - 1, Rgb<U8<1>>{pick(last.r, first), pick(last.g, first), pick(last.b, first)}, dst);
 }
@@ -136,7 +136,7 @@ PXL_INLINE I16<1> lastBlock(I16<N> a) {
 // The pixel at x in every lane.
 template <class Form, class Pixels>
 PXL_INLINE Rgb<U8<1>> loadEverywhere(Pixels src, Index x) {
-    const auto p = loadCentred<Form>(src, Part{1}, x);
+    const auto p = loadRgb(src, Part{1}, x);
     const auto first = fill<U8<1>>(0);
     return {pick(p.r, first), pick(p.g, first), pick(p.b, first)};
 }
@@ -147,7 +147,7 @@ PXL_INLINE void encodeFiltered(Pixels src, Pxl8u* dst, Index width) {
     // the first pair of a row has no pixel before it and takes its own first one
     Rgb<I16<1>> before = second(loadEverywhere<EncodeFiltered>(src, 0));
     const Index x = eachGroup<16>(width, [&](auto how, Index at) PXL_BODY {
-        const auto p = loadCentred<EncodeFiltered>(src, how, at);
+        const auto p = loadRgb(src, how, at);
         const auto seconds = second(p);
         out.store(how, at, EncodeFiltered::luma(p),
                   EncodeFiltered::chroma(added(ownThree(p), lanesBefore(seconds, before))));
@@ -156,7 +156,7 @@ PXL_INLINE void encodeFiltered(Pixels src, Pxl8u* dst, Index width) {
     using Reference = EncodeFilteredReference;
     if (x < width / 2 * 2) {
         const Part part = {static_cast<int>(width / 2 * 2 - x)};
-        const auto p = loadCentred<Reference>(src, part, x);
+        const auto p = loadRgb(src, part, x);
         const auto q = loadEverywhere<Reference>(src, x == 0 ? 0 : x - 1);
         const Rgb<U8<1>> shifted = {straddle<15>(q.r, p.r), straddle<15>(q.g, p.g), straddle<15>(q.b, p.b)};
         out.store(part, x, Reference::luma(p), Reference::filteredChroma(shifted, p));
