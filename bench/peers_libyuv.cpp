@@ -109,6 +109,63 @@ bool callInTwo(const Images& images) {
     return true;
 }
 
+// ---- planes of YCbCr on their own: luma is copied, chroma goes through a function for planes
+
+struct ChromaPlane {
+    std::uint8_t* first;
+    int step, width, height;
+};
+
+// Cb is 1 and Cr 2, whichever stands first.
+ChromaPlane chromaPlane(const std::vector<Plane>& planes, const catalog::ImageShape& shape, PxlSize size,
+                        std::size_t chroma) {
+    const std::size_t i = planes.size() == 2 ? 1 : shape.space == "YCrCb" ? 3 - chroma : chroma;
+    return {planes[i].first, planes[i].step, size.width >> shape.planes[i].widthShift,
+            static_cast<int>(shape.planes[i].rows(size.height))};
+}
+
+void copyLuma(const Images& images) {
+    const Plane &from = images.source[0], &to = images.destination[0];
+    libyuv::CopyPlane(from.first, from.step, to.first, to.step, images.width(), images.height());
+}
+
+template <libyuv::FilterMode filter>
+bool scaleChroma(const Images& images) {
+    copyLuma(images);
+    for (const std::size_t chroma : {1u, 2u}) {
+        const auto from = chromaPlane(images.source, images.function.source, images.size, chroma),
+                   to = chromaPlane(images.destination, images.function.destination, images.size, chroma);
+        libyuv::ScalePlane(from.first, from.step, from.width, from.height, to.first, to.step, to.width, to.height,
+                           filter);
+    }
+    return true;
+}
+
+// A source row of chroma makes `kTimes` rows.
+template <int kTimes>
+bool splitChroma(const Images& images) {
+    copyLuma(images);
+    const auto from = chromaPlane(images.source, images.function.source, images.size, 1);
+    const auto cb = chromaPlane(images.destination, images.function.destination, images.size, 1),
+               cr = chromaPlane(images.destination, images.function.destination, images.size, 2);
+    for (int i = 0; i < kTimes; ++i) {
+        libyuv::SplitUVPlane(from.first, from.step, cb.first + std::ptrdiff_t{i} * cb.step, kTimes * cb.step,
+                             cr.first + std::ptrdiff_t{i} * cr.step, kTimes * cr.step, cb.width, from.height);
+    }
+    return true;
+}
+
+// The first of each `kOf` rows of chroma.
+template <int kOf>
+bool mergeChroma(const Images& images) {
+    copyLuma(images);
+    const auto to = chromaPlane(images.destination, images.function.destination, images.size, 1);
+    const auto cb = chromaPlane(images.source, images.function.source, images.size, 1),
+               cr = chromaPlane(images.source, images.function.source, images.size, 2);
+    libyuv::MergeUVPlane(cb.first, kOf * cb.step, cr.first, kOf * cr.step, to.first, to.step, cb.width, to.height);
+    return true;
+}
+
 struct Entry {
     std::string_view exportName;
     std::string_view call;
@@ -229,6 +286,21 @@ constexpr Entry kEntries[] = {
     {"pxliYCrCb420ToYCbCr422_8u_P3R", "I420ToI422", call<I420ToI422>},
     {"pxliYCrCb420ToYCbCr422_8u_P3C2R", "I420ToYUY2", call<I420ToYUY2>},
     {"pxliYCrCb420ToCbYCr422_8u_P3C2R", "I420ToUYVY", call<I420ToUYVY>},
+    {"pxliYCrCb422ToYCbCr420_8u_C2P3R", "YUY2ToI420 (Cb and Cr exchanged)", call<YUY2ToI420>},
+    {"pxliYCbCr411_8u_P2P3R", "CopyPlane + SplitUVPlane", splitChroma<1>},
+    {"pxliYCbCr411_8u_P3P2R", "CopyPlane + MergeUVPlane", mergeChroma<1>},
+    {"pxliYCbCr420ToYCbCr422_8u_P2P3R", "CopyPlane + SplitUVPlane, two times", splitChroma<2>},
+    {"pxliYCbCr422ToYCbCr420_8u_P3P2R", "CopyPlane + MergeUVPlane (every second row)", mergeChroma<2>},
+    {"pxliYCbCr411ToYCbCr422_8u_P3R", "CopyPlane + ScalePlane (none)", scaleChroma<kFilterNone>},
+    {"pxliYCbCr411ToYCrCb422_8u_P3R", "CopyPlane + ScalePlane (none)", scaleChroma<kFilterNone>},
+    {"pxliYCbCr411ToYCbCr420_8u_P3R", "CopyPlane + ScalePlane (none)", scaleChroma<kFilterNone>},
+    {"pxliYCbCr411To420_8u_P3R", "CopyPlane + ScalePlane (box)", scaleChroma<kFilterBox>},
+    {"pxliYCbCr420To411_8u_P3R", "CopyPlane + ScalePlane (box)", scaleChroma<kFilterBox>},
+    {"pxliYCbCr422ToYCbCr411_8u_P3R", "CopyPlane + ScalePlane (box)", scaleChroma<kFilterBox>},
+    {"pxliYCbCr420To1620_8u_P3R", "CopyPlane + ScalePlane (box)", scaleChroma<kFilterBox>},
+    {"pxliYCbCr1620To420_8u_P3R", "CopyPlane + ScalePlane (none)", scaleChroma<kFilterNone>},
+    {"pxliYCbCr420ToYCbCr422_Filter_8u_P3R", "CopyPlane + ScalePlane (bilinear)", scaleChroma<kFilterBilinear>},
+    {"pxliYCrCb420ToYCbCr422_Filter_8u_P3R", "CopyPlane + ScalePlane (bilinear)", scaleChroma<kFilterBilinear>},
     // gray
     {"pxliRGBToGray_8u_C3C1R", "RAWToJ400", call<RAWToJ400>},
     {"pxliRGBToGray_8u_AC4C1R", "ABGRToJ400", call<ABGRToJ400>},

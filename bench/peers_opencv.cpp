@@ -160,6 +160,36 @@ std::optional<Peer> converter(const Images& images) {
 
 bool startsWith(std::string_view text, std::string_view start) { return text.substr(0, start.size()) == start; }
 
+// What white is in a type, and what its lowest code is: that of an offset of 1.
+double whiteOf(int depth) { return depth == CV_8U ? 255 : depth == CV_32F ? 1 : 65535; }
+double lowestOf(int depth) { return depth == CV_16S ? -32768 : 0; }
+
+// PhotoYCC as rows of a matrix with offsets in units of white.
+constexpr double kRgbToYcc[3][4] = {{0.299 / 1.402, 0.587 / 1.402, 0.114 / 1.402, 0},
+                                    {-0.299 * 111.4 / 255, -0.587 * 111.4 / 255, 0.886 * 111.4 / 255, 156.0 / 255},
+                                    {0.701 * 135.64 / 255, -0.587 * 135.64 / 255, -0.114 * 135.64 / 255, 137.0 / 255}};
+constexpr double kYccToRgb[3][4] = {{1.3584, 0, 1.8215, -0.9786098},
+                                    {1.3584, -0.194 * 2.2179, -0.509 * 1.8215, 0.509 * 0.9786098 + 0.194 * 1.356833},
+                                    {1.3584, 2.2179, 0, -1.356833}};
+
+std::optional<Peer> photoYcc(const Images& images) {
+    const catalog::Export& function = images.function;
+    const bool encodes = startsWith(function.name, "pxliRGBToYCC");
+    if (!encodes && !startsWith(function.name, "pxliYCCToRGB")) return std::nullopt;
+    const cv::Mat source = matOf(images.source[0], function.source.planes[0], images.size);
+    const cv::Mat destination = matOf(images.destination[0], function.destination.planes[0], images.size);
+    const int channels = source.channels();
+    cv::Mat matrix = cv::Mat::eye(channels, channels + 1, CV_32F);
+    const double white = whiteOf(source.depth()), lowest = lowestOf(source.depth());
+    for (int row = 0; row < 3; ++row) {
+        const double* of = encodes ? kRgbToYcc[row] : kYccToRgb[row];
+        for (int column = 0; column < 3; ++column) matrix.at<float>(row, column) = static_cast<float>(of[column]);
+        const double ofLowest = lowest - lowest * (of[0] + of[1] + of[2]);
+        matrix.at<float>(row, channels) = static_cast<float>(of[3] * white + ofLowest);
+    }
+    return peer("transform", destination, [=](cv::Mat& to) { cv::transform(source, to, matrix); });
+}
+
 // transform() for the weighted sums that cvtColor does not take, and for the colour twists. The fourth channel of AC4
 // pictures goes through it as well.
 std::optional<Peer> transformer(const Images& images) {
@@ -241,7 +271,7 @@ std::optional<Peer> demosaicer(const Images& images) {
 
 std::optional<Peer> find(const Images& images) {
     cv::setNumThreads(1);
-    for (const auto& kind : {converter, transformer, lookup, demosaicer}) {
+    for (const auto& kind : {converter, transformer, photoYcc, lookup, demosaicer}) {
         if (auto found = kind(images)) return found;
     }
     return std::nullopt;
