@@ -38,7 +38,6 @@ struct PackedOrder {
 
 alignas(16) constexpr Bytes16 kEvenLaneTwice = {{0, 1, 0, 1, 4, 5, 4, 5, 8, 9, 8, 9, 12, 13, 12, 13}};
 alignas(16) constexpr Bytes16 kOddLaneTwice = {{2, 3, 2, 3, 6, 7, 6, 7, 10, 11, 10, 11, 14, 15, 14, 15}};
-alignas(16) constexpr Bytes16 kNeighbourLane = {{2, 3, 0, 1, 6, 7, 4, 5, 10, 11, 8, 9, 14, 15, 12, 13}};
 
 template <int N>
 PXL_INLINE I16<N> pickLanes(I16<N> a, const Bytes16& order) {
@@ -63,7 +62,7 @@ PXL_INLINE PairTerms<N> pairTerms(I16<N> chroma, int offsetB, int offsetR, int o
     const auto blueAndRed = mulHigh(chroma, Order::template lanes<N>(k.cbToB, k.crToR));
     const auto green = mulHigh(chroma, Order::template lanes<N>(k.cbToG, k.crToG));
     return {addWrap(blueAndRed, Order::template lanes<N>(offsetB, offsetR)),
-            subWrap(fill<I16<N>>(offsetG), addWrap(green, pickLanes(green, kNeighbourLane)))};
+            subWrap(fill<I16<N>>(offsetG), withNeighbour(green))};
 }
 
 template <class Form>

@@ -51,9 +51,9 @@ PXL_INLINE I16<N> rounded(Halves<I32<N>> sums, I32<N> offset) {
     return packSatI16(shiftRight<kShift>(addWrap(sums.low, offset)), shiftRight<kShift>(addWrap(sums.high, offset)));
 }
 
-// Both forms: pairSums() adds neighbours, and sums of four
-// are the sum of two such. chroma() gives Cb of the eight lanes in the lower half of each block and Cr in the upper.
-// chromaOfTwins() takes each sum in two neighbouring lanes and gives four Cb and four Cr in the lower half.
+// Both forms: pairSums() adds neighbours, and sums of four are the sum of two such. chroma() gives Cb of the eight
+// lanes in the lower half of each block and Cr in the upper. chromaOfTwins() takes each sum in two neighbouring lanes
+// and gives four Cb and four Cr in the lower half.
 
 alignas(16) constexpr Bytes16 kEvenBytes = {{0, 2, 4, 6, 8, 10, 12, 14, 128, 128, 128, 128, 128, 128, 128, 128}};
 alignas(16) constexpr Bytes16 kHighBytesOfTwins = {{1, 5, 9, 13, 3, 7, 11, 15, 128, 128, 128, 128, 128, 128, 128, 128}};

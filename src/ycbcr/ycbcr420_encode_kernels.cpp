@@ -45,14 +45,6 @@ void toSemiPlanar(RowPair<const Pxl8u> src, RowPair<Pxl8u> luma, Pxl8u* chroma, 
     encodePair<k, Pixels>(src, luma, PairedChroma{chroma}, width);
 }
 
-alignas(16) constexpr Bytes16 kNeighbours16 = {{2, 3, 0, 1, 6, 7, 4, 5, 10, 11, 8, 9, 14, 15, 12, 13}};
-
-// Each lane plus its neighbour in the pair of lanes.
-template <int N>
-PXL_INLINE I16<N> withNeighbour(I16<N> a) {
-    return addWrap(a, as<I16<N>>(pick(as<U8<N>>(a), pattern<N>(kNeighbours16))));
-}
-
 // Groups of 16 pixels, the last width mod 16 with the reference form. Every sum of four stands in two lanes.
 template <EncoderSet k, class Pixels>
 void to411(const Pxl8u* src, Pxl8u* luma, RowOf<Pxl8u, 2> chroma, Index width) {

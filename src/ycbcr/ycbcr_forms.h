@@ -11,6 +11,14 @@ struct Rgb {
     V r, g, b;
 };
 
+alignas(16) constexpr Bytes16 kNeighbourLane = {{2, 3, 0, 1, 6, 7, 4, 5, 10, 11, 8, 9, 14, 15, 12, 13}};
+
+// Each lane plus its neighbour in the pair of lanes.
+template <int N>
+PXL_INLINE I16<N> withNeighbour(I16<N> a) {
+    return addWrap(a, as<I16<N>>(pick(as<U8<N>>(a), pattern<N>(kNeighbourLane))));
+}
+
 // ---- decoders with 32-bit arithmetic
 
 // Q16 coefficients of a reference form, for Y - 16, Cr - 128 and Cb - 128, and what is added before the shift.
