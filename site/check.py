@@ -6,10 +6,12 @@ import collections
 import html.parser
 import json
 import pathlib
+import re
 import sys
 import urllib.parse
 
 import browser
+import headers
 
 PHONE, DESK = (360, 740), (1440, 900)
 
@@ -89,6 +91,16 @@ def check_links(checks, folder, names):
                     target.name == "functions.html" and parts.fragment in names
                 )
                 checks.that(known, f"{where}: link to {link}")
+
+
+def check_counts(checks):
+    """The table of what is supported adds up to what the headers declare."""
+    text = (headers.ROOT / "docs" / "supported.md").read_text()
+    told = sum(int(count) for count in re.findall(r"^\|.*\| (\d+) \|", text, re.M))
+    declared = [f.name for s in headers.parse_all() for g in s.groups for f in g.functions if f.name.startswith("pxli")]
+    checks.that(
+        told == len(declared), f"docs/supported.md tells of {told} functions, the headers declare {len(declared)}"
+    )
 
 
 def check_pages(checks, chromium, folder, screenshots):
@@ -298,6 +310,7 @@ def main():
     catalogue, folder = json.loads(pathlib.Path(sys.argv[1]).read_text()), pathlib.Path(sys.argv[2]).resolve()
     screenshots = pathlib.Path(sys.argv[3]) if len(sys.argv) > 3 else None
     checks = Checks()
+    check_counts(checks)
     check_links(checks, folder, {export["name"] for export in catalogue})
     chromium = browser.Browser()
     try:

@@ -11,6 +11,8 @@ works info
 grep -q '2022.2.0' stdout || wrong "info shows no version"
 works list ToYCbCr_8u_C3R
 grep -q pxliRGBToYCbCr_8u_C3R stdout || wrong "list does not find an export"
+works list --json  # calls every function with each wrong argument
+[ "$(grep -c '^{"name":' stdout)" -gt 400 ] || wrong "list --json does not hold every export"
 works list --json RGBToYUV420_8u_C3P3R
 grep -q '"wrong":"47 x 47","status":35}' stdout || wrong "list --json does not tell what an odd size gets: $(cat stdout)"
 fails 'no export' list there_is_none
