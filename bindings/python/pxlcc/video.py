@@ -258,6 +258,8 @@ def _route(source: Format, destination: Format, matrix: Optional[str], chroma: s
     if source.kind == "bayer":
         if method not in _METHODS:
             raise ValueError(f'method: "{method}" is none of {", ".join(_METHODS)}')
+        if matrix is not None or chroma != "plain":
+            raise ValueError(f"matrix and chroma are for YCbCr, not {pair}")
         routes = [route for route in routes if route.export.operation == _METHODS[method]]
         if not routes:
             raise ValueError(f'method: no conversion {pair} with "{method}"')

@@ -76,6 +76,45 @@ def test_both_orders_of_chroma_planes(rng):
     assert same(forwards, (backwards[0], backwards[2], backwards[1]))
 
 
+def flat(name, luma, cb, cr):
+    """A frame of one chroma: its planes in the format's order."""
+    format_ = video._BY_NAME[name]
+    frame_ = [np.full(shape, 0, np.uint8) for shape in video._plane_shapes(format_, W, H)]
+    if format_.kind == "packed":
+        at = format_.order.index("Y") and 1
+        frame_[0][..., at] = luma
+        first = cb if format_.order.index("b") < format_.order.index("r") else cr
+        frame_[0][:, ::2, 1 - at], frame_[0][:, 1::2, 1 - at] = first, cb + cr - first
+        return frame_
+    frame_[0][...] = luma
+    pair = (cb, cr) if format_.order == "CbCr" else (cr, cb)
+    if format_.kind == "pairs":
+        frame_[1][...] = pair
+    else:
+        frame_[1][...], frame_[2][...] = pair
+    return frame_
+
+
+def test_chroma_lands_where_the_format_has_it(rng):
+    """Any format of YCbCr into any other, and all of them into the same picture."""
+    luma = rng.integers(16, 236, (H, W), np.uint8)
+    tested = 0
+    for source, destination, matrix, chroma in CONVERSIONS:
+        kinds = {video._BY_NAME[name].kind for name in (source, destination)}
+        if matrix is None and kinds <= {"planes", "pairs", "packed"}:
+            result = pxlcc.convert(flat(source, luma, 60, 190), source, destination, chroma=chroma)
+            assert same(result, flat(destination, luma, 60, 190)), (source, destination, chroma)
+            tested += 1
+        elif matrix in ("601", "709") and destination == "rgb24":
+            result = pxlcc.convert(flat(source, luma, 60, 190), source, destination, matrix=matrix, chroma=chroma)
+            first = pxlcc.convert(flat("i444", luma, 60, 190), "i444", "rgb24", matrix=matrix)
+            assert np.abs(result.astype(int) - first).max() <= 2, (source, matrix, chroma)
+            tested += 1
+    assert tested > 60
+    with pytest.raises(ValueError, match="yuy2 goes to"):  # the library has no such pairs
+        pxlcc.convert(flat("yuy2", luma, 60, 190)[0], "yuy2", "nv21")
+
+
 def test_every_conversion_in_every_form(rng):
     """Rows anywhere, `out` in its forms, bands: always the same samples."""
     for source, destination, matrix, chroma in CONVERSIONS:
