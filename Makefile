@@ -109,7 +109,7 @@ gstreamer-test: gstreamer
 
 gstreamer-bench: gstreamer
 	cmake --build $(BUILD) --target pxlcc_gstreamer_bench
-	$(BUILD)/bindings/gstreamer/pxlcc_gstreamer_bench $(BENCH_ARGS)
+	$(BUILD)/bindings/gstreamer/bench/pxlcc_gstreamer_bench $(BENCH_ARGS)
 
 views:
 	@scripts/install-packages build
