@@ -73,8 +73,8 @@ site:
 accuracy:
 	@scripts/install-packages build
 	cmake --preset $(PRESET) >/dev/null
-	cmake --build $(BUILD) --target pxlcc_accuracy
-	$(BUILD)/tests/pxlcc_accuracy
+	cmake --build $(BUILD) --target pxlcc_tool
+	$(BUILD)/tools/pxlcc accuracy
 
 # Twice: for the estimate of the reciprocal of this processor and for that of the emulator.
 golden:

@@ -8,6 +8,7 @@
 #include <string>
 
 #include "cie.h"
+#include "hexagonal.h"
 
 namespace pxl::bench {
 namespace {
@@ -142,22 +143,14 @@ bool isFloat(catalog::Element element) { return element == catalog::Element::f32
 
 constexpr double kNoDistance = std::numeric_limits<double>::quiet_NaN();
 
-Colour toHexagonal(const Colour& c, bool isHls) {
-    const double largest = std::max({c[0], c[1], c[2]}), range = largest - std::min({c[0], c[1], c[2]});
-    const double lightness = largest - range / 2;
-    if (!isHls) return {kNoDistance, range == 0 ? 0 : range / largest, largest, 0};
-    return {kNoDistance, lightness, range == 0 ? 0 : range / (1 - std::fabs(2 * lightness - 1)), 0};
+Colour toHexagonal(const Colour& c, std::string_view space) {
+    const auto out = catalog::hexagonalOfRgb(space, {c[0], c[1], c[2]});
+    return {kNoDistance, out[1], out[2], 0};
 }
 
-Colour fromHexagonal(const Colour& c, bool isHls) {
-    const double chroma = isHls ? (1 - std::fabs(2 * c[1] - 1)) * c[2] : c[2] * c[1];
-    const double low = isHls ? c[1] - chroma / 2 : c[2] - chroma;
-    Colour rgb = {};
-    for (std::size_t i = 0; i < 3; ++i) {
-        const double turn = c[0] - static_cast<double>(i) / 3, sixths = 6 * std::fabs(turn - std::round(turn));
-        rgb[i] = low + chroma * std::clamp(2 - sixths, 0.0, 1.0);
-    }
-    return rgb;
+Colour fromHexagonal(const Colour& c, std::string_view space) {
+    const auto rgb = catalog::rgbOfHexagonal(space, {c[0], c[1], c[2]});
+    return {rgb[0], rgb[1], rgb[2], 0};
 }
 
 // An equation between channels of 0..1 for samples.
@@ -207,12 +200,9 @@ Equation equationFor(const Export& function) {
         }
         return twisted;
     }
-    for (const bool isHls : {true, false}) {
-        const auto element = function.destination.planes[0].element;
-        const char* const space = isHls ? "HLS" : "HSV";
-        if (to == space) return inUnits(element, [isHls](const Colour& c) { return toHexagonal(c, isHls); });
-        if (from == space) return inUnits(element, [isHls](const Colour& c) { return fromHexagonal(c, isHls); });
-    }
+    const auto element = function.destination.planes[0].element;
+    if (catalog::isHexagonal(to)) return inUnits(element, [to](const Colour& c) { return toHexagonal(c, to); });
+    if (catalog::isHexagonal(from)) return inUnits(element, [from](const Colour& c) { return fromHexagonal(c, from); });
     if (catalog::isCie(to) || catalog::isCie(from)) {
         const auto in = function.source.planes[0].element, out = function.destination.planes[0].element;
         return [from, to, in, out](const Colour& c) {

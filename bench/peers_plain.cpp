@@ -84,29 +84,90 @@ Pixel fromHls(Pixel p) {
 
 Pixel fromHsv(Pixel p) { return ofHue(p.a, p.c - p.c * (p.b / 65535), p.c); }
 
-template <class Map>
-Peer hexagonal(const Images& images, Map map) {
-    return {"float loop", [&images, map] {
-                const auto code = [](float x) { return static_cast<std::uint16_t>(lrintf(x)); };
+// ---- LUV of 16-bit pixels, and Lab of 16 bits from and to bytes: the equations with cbrtf and divisions
+
+Pixel xyzOf(Pixel rgb) {
+    return {0.412453F * rgb.a + 0.35758F * rgb.b + 0.180423F * rgb.c,
+            0.212671F * rgb.a + 0.71516F * rgb.b + 0.072169F * rgb.c,
+            0.019334F * rgb.a + 0.119193F * rgb.b + 0.950227F * rgb.c};
+}
+Pixel rgbOf(Pixel xyz) {
+    return {3.240479F * xyz.a - 1.53715F * xyz.b - 0.498535F * xyz.c,
+            -0.969256F * xyz.a + 1.875991F * xyz.b + 0.041556F * xyz.c,
+            0.055648F * xyz.a - 0.204043F * xyz.b + 1.057311F * xyz.c};
+}
+
+constexpr float kWhiteX = 0.950456F, kWhiteZ = 1.0887539F, kWhiteU = 0.197839F, kWhiteV = 0.468342F;
+
+float lightnessOf(float y) { return y > 0.008856F ? 116 * cbrtf(y) - 16 : 903.3F * y; }
+float rootOf(float s) { return s > 0.008856F ? cbrtf(s) : 7.787F * s + 16 / 116.0F; }
+
+Pixel toLuv(Pixel p) {
+    const Pixel xyz = xyzOf({p.a / 65535, p.b / 65535, p.c / 65535});
+    const float l = lightnessOf(xyz.b), sum = xyz.a + 15 * xyz.b + 3 * xyz.c;
+    const float u = sum == 0 ? 0 : 4 * xyz.a / sum, v = sum == 0 ? 0 : 9 * xyz.b / sum;
+    return {l * 655.35F, (13 * l * (u - kWhiteU) + 134) * (65535 / 354.0F),
+            (13 * l * (v - kWhiteV) + 140) * (65535 / 262.0F)};
+}
+
+Pixel fromLuv(Pixel p) {
+    const float l = p.a / 655.35F;
+    if (l == 0) return {0, 0, 0};
+    const float u = (p.b * (354 / 65535.0F) - 134) / (13 * l) + kWhiteU;
+    const float v = (p.c * (262 / 65535.0F) - 140) / (13 * l) + kWhiteV;
+    const float root = (l + 16) / 116, y = l > 8 ? root * root * root : l / 903.3F;
+    const Pixel rgb = rgbOf({y * 9 * u / (4 * v), y, y * (12 - 3 * u - 20 * v) / (4 * v)});
+    return {rgb.a * 65535, rgb.b * 65535, rgb.c * 65535};
+}
+
+Pixel toLab(Pixel p) {
+    const Pixel xyz = xyzOf({p.a / 255, p.b / 255, p.c / 255});
+    const float fx = rootOf(xyz.a / kWhiteX), fy = rootOf(xyz.b), fz = rootOf(xyz.c / kWhiteZ);
+    return {lightnessOf(xyz.b) * 655.35F, (500 * (fx - fy) + 128) * 255, (200 * (fy - fz) + 128) * 255};
+}
+
+Pixel fromLab(Pixel p) {
+    const float fy = (p.a / 655.35F + 16) / 116;
+    const float fx = (p.b / 255 - 128) / 500 + fy, fz = fy - (p.c / 255 - 128) / 200;
+    const Pixel rgb = rgbOf({fx * fx * fx * kWhiteX, fy * fy * fy, fz * fz * fz * kWhiteZ});
+    return {rgb.a * 255, rgb.b * 255, rgb.c * 255};
+}
+
+// Pixels of integers through `map`; results outside the range of their type are stopped at its ends.
+template <class From, class To, class Map>
+Peer floatLoop(const Images& images, bool bgr, Map map) {
+    return {"float loop", [&images, bgr, map] {
+                const auto code = [](float x) {
+                    constexpr float kTop = sizeof(To) == 1 ? 255 : 65535;
+                    return static_cast<To>(lrintf(std::min(std::max(x, 0.0F), kTop)));
+                };
                 const int channels = images.function.source.planes[0].channels;
-                const auto* from = reinterpret_cast<const std::uint16_t*>(images.source[0].first);
-                auto* to = reinterpret_cast<std::uint16_t*>(images.destination[0].first);
-                for (std::int64_t i = 0; i < images.source[0].bytes / 2; i += channels) {
+                const auto* from = reinterpret_cast<const From*>(images.source[0].first);
+                auto* to = reinterpret_cast<To*>(images.destination[0].first);
+                const auto samples = images.source[0].bytes / static_cast<std::int64_t>(sizeof(From));
+                const bool fromBgr = bgr && sizeof(From) == 1, toBgr = bgr && sizeof(To) == 1;
+                for (std::int64_t i = 0; i < samples; i += channels) {
                     const auto sample = [from](std::int64_t k) { return static_cast<float>(from[k]); };
-                    const Pixel out = map({sample(i), sample(i + 1), sample(i + 2)});
-                    to[i] = code(out.a), to[i + 1] = code(out.b), to[i + 2] = code(out.c);
+                    const Pixel out = map({sample(fromBgr ? i + 2 : i), sample(i + 1), sample(fromBgr ? i : i + 2)});
+                    to[i] = code(toBgr ? out.c : out.a), to[i + 1] = code(out.b),
+                    to[i + 2] = code(toBgr ? out.a : out.c);
                 }
                 return true;
             }};
 }
 
-std::optional<Peer> hexagonal(const Images& images) {
+std::optional<Peer> colourSpace(const Images& images) {
     const std::string_view name = images.function.name;
     const auto is = [name](std::string_view start) { return name.substr(0, start.size()) == start; };
-    if (is("pxliRGBToHLS_16u")) return hexagonal(images, toHls);
-    if (is("pxliHLSToRGB_16u")) return hexagonal(images, fromHls);
-    if (is("pxliRGBToHSV_16u")) return hexagonal(images, toHsv);
-    if (is("pxliHSVToRGB_16u")) return hexagonal(images, fromHsv);
+    const auto words = [&images](auto map) { return floatLoop<std::uint16_t, std::uint16_t>(images, false, map); };
+    if (is("pxliRGBToHLS_16u")) return words(toHls);
+    if (is("pxliHLSToRGB_16u")) return words(fromHls);
+    if (is("pxliRGBToHSV_16u")) return words(toHsv);
+    if (is("pxliHSVToRGB_16u")) return words(fromHsv);
+    if (is("pxliRGBToLUV_16u")) return words(toLuv);
+    if (is("pxliLUVToRGB_16u")) return words(fromLuv);
+    if (is("pxliBGRToLab_8u16u")) return floatLoop<std::uint8_t, std::uint16_t>(images, true, toLab);
+    if (is("pxliLabToBGR_16u8u")) return floatLoop<std::uint16_t, std::uint8_t>(images, true, fromLab);
     return std::nullopt;
 }
 
@@ -136,7 +197,7 @@ bool diffuse(const Images& images) {
 }
 
 std::optional<Peer> find(const Images& images) {
-    if (auto peer = hexagonal(images)) return peer;
+    if (auto peer = colourSpace(images)) return peer;
     const std::string_view name = images.function.name;
     const auto startsWith = [name](std::string_view start) { return name.substr(0, start.size()) == start; };
     if (startsWith("pxliReduceBits_8u_") && images.dithering.type == pxlDitherFS && images.dithering.noise == 0)

@@ -1,5 +1,6 @@
 // pxlcc accuracy: how far conversions of colour science are from their equations.
 #include <algorithm>
+#include <array>
 #include <cmath>
 #include <cstdio>
 #include <cstring>
@@ -8,6 +9,7 @@
 #include "commands.h"
 #include "error.h"
 #include "exports.h"
+#include "hexagonal.h"
 
 namespace pxl::tool {
 
@@ -21,7 +23,12 @@ using catalog::Export;
 struct Pair {
     const char *there, *back;
 };
-constexpr Pair kPairs[] = {
+constexpr Pair kHexagonal[] = {
+    {"pxliRGBToHLS_8u_C3R", "pxliHLSToRGB_8u_C3R"},   {"pxliRGBToHLS_16u_C3R", "pxliHLSToRGB_16u_C3R"},
+    {"pxliRGBToHLS_16s_C3R", "pxliHLSToRGB_16s_C3R"}, {"pxliRGBToHLS_32f_C3R", "pxliHLSToRGB_32f_C3R"},
+    {"pxliRGBToHSV_8u_C3R", "pxliHSVToRGB_8u_C3R"},   {"pxliRGBToHSV_16u_C3R", "pxliHSVToRGB_16u_C3R"},
+};
+constexpr Pair kCie[] = {
     {"pxliRGBToXYZ_8u_C3R", "pxliXYZToRGB_8u_C3R"},   {"pxliRGBToXYZ_16u_C3R", "pxliXYZToRGB_16u_C3R"},
     {"pxliRGBToXYZ_16s_C3R", "pxliXYZToRGB_16s_C3R"}, {"pxliRGBToXYZ_32f_C3R", "pxliXYZToRGB_32f_C3R"},
     {"pxliRGBToLUV_8u_C3R", "pxliLUVToRGB_8u_C3R"},   {"pxliRGBToLUV_16u_C3R", "pxliLUVToRGB_16u_C3R"},
@@ -29,6 +36,13 @@ constexpr Pair kPairs[] = {
     {"pxliRGBToLab_8u_C3R", "pxliLabToRGB_8u_C3R"},   {"pxliBGRToLab_8u16u_C3R", "pxliLabToBGR_16u8u_C3R"},
     {"pxliRGBToLab_32f_C3R", "pxliLabToRGB_32f_C3R"}, {"pxliRGBToLab_64f_P3R", "pxliLabToRGB_64f_P3R"},
 };
+
+Colour3 equationOfRgb(std::string_view space, const Colour3& rgb) {
+    return catalog::isCie(space) ? catalog::cieOfRgb(space, rgb) : catalog::hexagonalOfRgb(space, rgb);
+}
+Colour3 rgbOfEquation(std::string_view space, const Colour3& colour) {
+    return catalog::isCie(space) ? catalog::rgbOfCie(space, colour) : catalog::rgbOfHexagonal(space, colour);
+}
 
 // ---- samples of any type
 
@@ -75,12 +89,23 @@ void write(const Image& image, std::int64_t pixel, const Colour3& colour) {
 
 struct Distance {
     double largest = 0, sum = 0, count = 0;
-    void add(const Colour3& a, const Colour3& b) {
+};
+
+struct Distances {
+    std::array<Distance, 3> channels = {};
+    void add(const Colour3& a, const Colour3& b, double circle = 0) {
         for (std::size_t i = 0; i < 3; ++i) {
-            largest = std::max(largest, std::fabs(a[i] - b[i]));
-            sum += std::fabs(a[i] - b[i]);
-            ++count;
+            double d = std::fabs(a[i] - b[i]);
+            if (i == 0 && circle > 0) d = std::min(d, std::fabs(circle - d));
+            channels[i].largest = std::max(channels[i].largest, d);
+            channels[i].sum += d;
+            ++channels[i].count;
         }
+    }
+    void print(const std::string& what, double unit) const {
+        std::printf("| %s |", what.c_str());
+        for (const Distance& d : channels) std::printf(" %.3g, %.2g |", d.largest / unit, d.sum / d.count / unit);
+        std::printf("\n");
     }
 };
 
@@ -107,7 +132,7 @@ void measure(const Pair& pair) {
     const std::string& space = there.destination.space;
     // bytes in steps of 3, all others in steps of 1/64 of the range
     const int levels = from == Element::u8 ? 86 : 65;
-    const PxlSize size = {levels * levels, levels};
+    const PxlSize size = {levels * levels * levels, 1};
     Image rgb(there.source, size), middle(there.destination, size), again(back.destination, size);
     const auto pixels = std::int64_t{size.width} * size.height;
     for (std::int64_t i = 0; i < pixels; ++i) {
@@ -120,41 +145,48 @@ void measure(const Pair& pair) {
     }
     applyOrFail(there, rgb, middle);
     applyOrFail(back, middle, again);
-    Distance forth, inverse, trip;
+    // the hue is a circle of so many codes
+    const double circle = !catalog::isHexagonal(space) ? 0 : to == Element::f32 ? 1 : to == Element::u8 ? 255 : 65535;
+    Distances forth, inverse, trip;
     for (std::int64_t i = 0; i < pixels; ++i) {
         const Colour3 in = read(rgb, i), between = read(middle, i), out = read(again, i);
-        forth.add(
-            between,
-            inRange(catalog::codesOf(space, to, catalog::cieOfRgb(space, catalog::valuesOf("RGB", from, in))), there));
+        forth.add(between,
+                  inRange(catalog::codesOf(space, to, equationOfRgb(space, catalog::valuesOf("RGB", from, in))), there),
+                  circle);
         inverse.add(
-            out, inRange(catalog::codesOf("RGB", from, catalog::rgbOfCie(space, catalog::valuesOf(space, to, between))),
-                         back));
+            out,
+            inRange(catalog::codesOf("RGB", from, rgbOfEquation(space, catalog::valuesOf(space, to, between))), back));
         trip.add(out, in);
     }
     const std::string_view name = there.name;
-    std::printf("| %s `%.*s` |", space.c_str(), static_cast<int>(name.substr(13).find('_')), name.data() + 13);
-    for (const Distance& d : {forth, inverse, trip}) std::printf(" %.3g | %.2g |", d.largest, d.sum / d.count);
-    std::printf("\n");
+    const std::string type(name.substr(13, name.substr(13).find('_')));
+    const bool isReal = from >= Element::f32;
+    const std::string unit = isReal ? ", millionths" : "";
+    forth.print("RGB to " + space + ", " + type + unit, isReal ? 1e-6 : 1);
+    inverse.print(space + " to RGB, " + type + unit, isReal ? 1e-6 : 1);
+    trip.print("there and back, " + type + unit, isReal ? 1e-6 : 1);
 }
 
 void accuracy() {
     std::printf(
-        "Distance of the samples from the equations in double precision (CIE 1976), over colours in equal steps "
-        "through\n"
-        "the RGB cube, 86^3 for bytes and 65^3 for the others: largest and mean of all channels, in codes of the "
-        "samples\n"
-        "and for floats in the units of the space (L* 0..100, RGB 0..1). Back: of the codes that the first direction "
-        "gave.\n\n"
-        "| | there: largest | mean | back: largest | mean | round trip: largest | mean |\n"
-        "|---|---|---|---|---|---|---|\n");
-    for (const Pair& pair : kPairs) measure(pair);
+        "Distance of the samples from the definitions in double precision, over colours in equal steps through the "
+        "RGB\n"
+        "cube, 86^3 for bytes and 65^3 for the others, in one row: largest and mean of each channel, in codes of the\n"
+        "samples, for floats in millionths of the unit of the space (L* 0..100, all others 0..1); the hue along the\n"
+        "circle. To RGB: of the codes that the first direction gave.\n");
+    const auto table = [](const char* title, const auto& pairs) {
+        std::printf("\n%s\n\n| Conversion | Channel 0: largest, mean | Channel 1 | Channel 2 |\n|---|---|---|---|\n",
+                    title);
+        for (const Pair& pair : pairs) measure(pair);
+    };
+    table("HLS and HSV:", kHexagonal);
+    table("XYZ, LUV and Lab (CIE 1976):", kCie);
 }
 
 }  // namespace
 
 void addAccuracy(CLI::App& program) {
-    program
-        .add_subcommand("accuracy", "Measure how far conversions to and from XYZ, LUV and Lab are from the equations")
+    program.add_subcommand("accuracy", "Measure how far HLS, HSV, XYZ, LUV and Lab are from their definitions")
         ->callback(accuracy);
 }
 

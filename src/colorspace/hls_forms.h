@@ -74,15 +74,13 @@ struct HlsFromRgbBytes {
         const auto byte = [](int x) { return fill<U8<N>>(x); };
         const auto [largest, smallest] = extremesOf(rgb);
         const auto red = equal(rgb.c0, largest), green = equal(rgb.c1, largest);
-        const auto from = widen(choose(red, choose(green, rgb.c0, rgb.c2), rgb.c1));
-        const auto to = widen(choose(red, choose(green, rgb.c1, rgb.c0), rgb.c2));
-        const auto sector = floatsOf(choose(red, choose(green, byte(240), byte(120)), byte(0)));
+        const auto from = choose(red, choose(green, rgb.c0, rgb.c2), rgb.c1);
+        const auto to = choose(red, choose(green, rgb.c1, rgb.c0), rgb.c2);
+        const auto sector = floatsOf(bitAnd(bitNot(red), subWrap(byte(240), bitAnd(green, byte(120)))));
         const auto range = floatsOf(subWrap(largest, smallest));
-
-        const auto top = widen(largest), bottom = widen(smallest);
-        const Halves<I16<N>> sum = {addWrap(top.low, bottom.low), addWrap(top.high, bottom.high)};
-        const auto widest = joined(widestOf(sum.low), widestOf(sum.high));
-        const auto difference60 = joined(sixtyTimes(from.low, to.low), sixtyTimes(from.high, to.high));
+        const auto widest =
+            joined(widestOf(interleaveLow(largest, smallest)), widestOf(interleaveHigh(largest, smallest)));
+        const auto difference60 = joined(sixtyTimes(interleaveLow(from, to)), sixtyTimes(interleaveHigh(from, to)));
 
         auto hue = range, saturation = range;
         for (int k = 0; k < 4; ++k) {
@@ -92,18 +90,21 @@ struct HlsFromRgbBytes {
             hue.at[k] =
                 mul(add(around, onlyWhere(greater(number(0), around), number(360))), number(ByteScale::kHueCode));
         }
-        return {samplesOf<Rounding, U8<N>>(hue), packSatU8(Rounding::half(sum.low), Rounding::half(sum.high)),
+        return {samplesOf<Rounding, U8<N>>(hue), Rounding::mean(largest, smallest),
                 samplesOf<Rounding, U8<N>>(saturation)};
     }
 
 private:
     template <int N>
-    PXL_INLINE static Parts<F32<N>, 2> widestOf(I16<N> sum) {
+    PXL_INLINE static Parts<F32<N>, 2> widestOf(U8<N> pairs) {
+        const auto sum = pairSumsSat(pairs, fill<U8<N>>(1));
         return floatsOf(as<U16<N>>(minimum(sum, subWrap(fill<I16<N>>(2 * 255), sum))));
     }
     template <int N>
-    PXL_INLINE static Parts<F32<N>, 2> sixtyTimes(I16<N> from, I16<N> to) {
-        return floatsOf(mulLow(subWrap(from, to), fill<I16<N>>(60)));
+    PXL_INLINE static Parts<F32<N>, 2> sixtyTimes(U8<N> pairs) {
+        const auto wide = widen(pairs);
+        const auto factors = fillPairs<N>(60, -60);
+        return {{toFloat(pairSums(wide.low, factors)), toFloat(pairSums(wide.high, factors))}};
     }
     template <int N>
     PXL_INLINE static Parts<F32<N>, 4> joined(Parts<F32<N>, 2> low, Parts<F32<N>, 2> high) {
@@ -121,23 +122,34 @@ struct Trapezoid {
     F32<N> low, high;
 
     PXL_INLINE F32<N> atDegrees(F32<N> hue) const {
-        const auto way = wayTo(hue, 240);
-        auto slope = add(low, mul(mul(sub(high, low), way), fill<F32<N>>(0.016666668f)));
-        const auto top = choose(greater(fill<F32<N>>(60.0f), way), high, slope);
-        if constexpr (Scale::kIntegers) return top;
+        const auto number = [](float x) { return fill<F32<N>>(x); };
+        const auto slope = slopeAt(wayTo(hue, 240), 0.016666668f);
         // 180 itself, which no code of the integers meets, belongs to the slope, whose sum may be a rounding above
         // high. From 240 on it is low itself, which the sum is not where high is no number.
-        const auto falling = choose(greater(fill<F32<N>>(240.0f), hue), low, slope);
-        return choose(greater(fill<F32<N>>(180.0f), hue), falling, top);
+        const auto falling = choose(greater(number(240), hue), low, slope);
+        const auto isTop = bitAnd(as<I32<N>>(atMost(number(60), hue)), as<I32<N>>(greater(number(180), hue)));
+        return choose(as<F32<N>>(isTop), falling, high);
     }
+    // For a way in degrees, and one in sextants.
+    PXL_INLINE F32<N> atWay(F32<N> way) const { return topped(way, 60, slopeAt(way, 0.016666668f)); }
     PXL_INLINE F32<N> atSextants(F32<N> hue) const {
         const auto way = wayTo(hue, 4);
-        return choose(greater(fill<F32<N>>(1.0f), way), high, add(low, mul(sub(high, low), way)));
+        return topped(way, 1, add(low, mul(sub(high, low), way)));
+    }
+    PXL_INLINE static F32<N> wayTo(F32<N> hue, float end) {
+        return minimum(hue, maximum(sub(fill<F32<N>>(end), hue), fill<F32<N>>(0.0f)));  // 0 for NaN
     }
 
 private:
-    PXL_INLINE static F32<N> wayTo(F32<N> hue, float end) {
-        return minimum(hue, maximum(sub(fill<F32<N>>(end), hue), fill<F32<N>>(0.0f)));  // 0 for NaN
+    PXL_INLINE F32<N> slopeAt(F32<N> way, float factor) const {
+        return add(low, mul(mul(sub(high, low), way), fill<F32<N>>(factor)));
+    }
+    // Of bytes no way is nearer to the edge than half a code, and no two of low and high that differ are so near each
+    // other that the slope would not tell the sides of the edge apart; but for white, of which high may be a rounding
+    // below low.
+    PXL_INLINE F32<N> topped(F32<N> way, float edge, F32<N> slope) const {
+        if constexpr (Scale::kBytes) return minimum(slope, maximum(high, low));
+        return choose(greater(fill<F32<N>>(edge), way), high, slope);
     }
 };
 
@@ -151,16 +163,28 @@ struct RgbFromHls {
         const auto hue = mul(hls.c0, number(Scale::kDegreesFromCode));
         const auto lightness = mul(hls.c1, number(Scale::kFromCode)),
                    saturation = mul(hls.c2, number(Scale::kFromCode));
-        const auto high = choose(greater(lightness, number(0.5f)), mul(lightness, add(number(1), saturation)),
-                                 sub(add(lightness, saturation), mul(lightness, saturation)));
+        const auto below = mul(lightness, add(number(1), saturation)),
+                   above = sub(add(lightness, saturation), mul(lightness, saturation));
+        // of bytes the less of the two, and they differ by more than their roundings or not at all
+        const auto high =
+            Scale::kBytes ? minimum(below, above) : choose(greater(lightness, number(0.5f)), below, above);
         const Trapezoid<Scale, N> channel = {sub(add(lightness, lightness), high), high};
 
         const auto ahead = add(hue, number(120)), behind = sub(hue, number(120));
-        const auto red = channel.atDegrees(sub(ahead, onlyWhere(greater(ahead, number(360)), number(360))));
-        const auto blue = channel.atDegrees(add(behind, onlyWhere(greater(number(0), behind), number(360))));
-        auto green = hue;
+        auto red = hue, green = hue, blue = hue;
+        if constexpr (Scale::kIntegers) {
+            // red and blue turned into 0..360: where that adds or takes 360 they go up again or are low
+            const auto falling = sub(number(240), ahead), rising = sub(ahead, number(360));
+            red = channel.atWay(maximum(maximum(falling, rising), number(0)));
+            blue = channel.atWay(maximum(minimum(behind, sub(number(240), behind)), number(0)));
+        } else {
+            red = channel.atDegrees(sub(ahead, onlyWhere(greater(ahead, number(360)), number(360))));
+            blue = channel.atDegrees(add(behind, onlyWhere(greater(number(0), behind), number(360))));
+        }
         if constexpr (kGreenInSextants) {
             green = channel.atSextants(mul(hls.c0, number(Scale::kSextantsFromCode)));
+        } else if constexpr (Scale::kIntegers) {
+            green = channel.atWay(channel.wayTo(hue, 240));
         } else {
             green = channel.atDegrees(hue);
         }

@@ -19,7 +19,7 @@ struct HsvFromRgbBytes {
         const auto plus = choose(blue, choose(green, rgb.c2, rgb.c0), rgb.c1);
         const auto minus = choose(blue, choose(green, rgb.c1, rgb.c2), rgb.c0);
         const auto ahead = floatsOf(subWrap(largest, plus)), behind = floatsOf(subWrap(largest, minus));
-        const auto sector = floatsOf(choose(blue, bitAnd(green, byte(2)), byte(4)));
+        const auto sector = floatsOf(maximum(bitAnd(blue, byte(4)), bitAnd(green, byte(2))));
         const auto value = floatsOf(largest), range = floatsOf(subWrap(largest, smallest));
 
         auto hue = value, saturation = value;
@@ -76,14 +76,13 @@ struct RgbFromHsv {
     template <class V>
     PXL_INLINE static Channels3<V> of(Channels3<V> hsv) {
         constexpr int N = V::kN;
-        const auto hue = floatsOf(hsv.c0), saturation = floatsOf(hsv.c1), value = floatsOf(hsv.c2);
+        // the uppermost code is red like the lowest; all others stay below 6
+        const auto hue = floatsOf(zeroWhereFull(hsv.c0)), saturation = floatsOf(hsv.c1), value = floatsOf(hsv.c2);
         auto low = hue, going = hue;
         Parts<I32<N>, hue.kParts> sector;
         for (int k = 0; k < hue.kParts; ++k) {
             const auto number = [](float x) { return fill<F32<N>>(x); };
-            // the uppermost code is red like the lowest; all others stay below 6
-            const auto sextants = zeroWhere(equal(hue.at[k], number(Scale::kFull)),
-                                            mul(mul(hue.at[k], number(0.016666668f)), number(Scale::kDegreesFromCode)));
+            const auto sextants = mul(mul(hue.at[k], number(0.016666668f)), number(Scale::kDegreesFromCode));
             sector.at[k] = truncateToInt(sextants);
             const auto span = mul(mul(saturation.at[k], number(Scale::kFromCode)), value.at[k]);
             const auto way = mul(span, sub(sextants, toFloat(sector.at[k])));
@@ -102,6 +101,15 @@ struct RgbFromHsv {
     }
 
 private:
+    template <int N>
+    PXL_INLINE static U8<N> zeroWhereFull(U8<N> hue) {
+        return bitAnd(hue, bitNot(equal(hue, fill<U8<N>>(255))));
+    }
+    template <int N>
+    PXL_INLINE static U16<N> zeroWhereFull(U16<N> hue) {
+        const auto full = as<U16<N>>(equal(as<I16<N>>(hue), fill<I16<N>>(0xFFFF)));
+        return bitAnd(hue, bitNot(full));
+    }
     template <int N>
     PXL_INLINE static U8<N> inEachByte(U8<N> sector) {
         return sector;

@@ -7,34 +7,36 @@
 PXL_BEGIN_TARGET
 
 struct ByteScale {
-    static constexpr bool kIntegers = true;
+    static constexpr bool kIntegers = true, kBytes = true;
     static constexpr float kFull = 255, kFromCode = 0.003921569f;                 // 1 / 255
     static constexpr float kHueCode = 0.7083333f, kDegreesFromCode = 1.4117647f;  // 255 / 360, 360 / 255
     static constexpr float kSextantsFromCode = 0.023529414f;                      // 6 / 255
 };
 
 struct WordScale {
-    static constexpr bool kIntegers = true;
+    static constexpr bool kIntegers = true, kBytes = false;
     static constexpr float kFull = 65535, kFromCode = 1.5259022e-5f;
     static constexpr float kHueCode = 182.04167f, kDegreesFromCode = 0.005493248f;
 };
 
 struct UnitScale {
-    static constexpr bool kIntegers = false;
+    static constexpr bool kIntegers = false, kBytes = false;
     static constexpr float kFull = 1, kFromCode = 1;
     static constexpr float kHueCode = 0.0027777778f, kDegreesFromCode = 360;
 };
 
-// How floats become integers, and the sum of two bytes the integer half of it. The floats of here are numbers within
+// How floats become integers, and two bytes their mean. The floats of here are numbers within
 // 32-bit integers, or NaN.
 struct ToNearestEven {
     template <int N>
     PXL_INLINE static I32<N> integer(F32<N> a) {
         return toInt(a);
     }
+    // where the sum is odd, of the two bytes beside its half the even one
     template <int N>
-    PXL_INLINE static I16<N> half(I16<N> sum) {
-        return shiftRight<1>(addWrap(sum, bitAnd(shiftRight<1>(sum), fill<I16<N>>(1))));
+    PXL_INLINE static U8<N> mean(U8<N> a, U8<N> b) {
+        const auto up = average(a, b);
+        return subWrap(up, bitAnd(bitAnd(bitXor(a, b), up), fill<U8<N>>(1)));
     }
 };
 struct Truncated {
@@ -43,8 +45,8 @@ struct Truncated {
         return truncateToInt(a);
     }
     template <int N>
-    PXL_INLINE static I16<N> half(I16<N> sum) {
-        return shiftRight<1>(sum);
+    PXL_INLINE static U8<N> mean(U8<N> a, U8<N> b) {
+        return subWrap(average(a, b), bitAnd(bitXor(a, b), fill<U8<N>>(1)));
     }
 };
 

@@ -192,6 +192,20 @@ TEST_P(Hue, grid) {
     });
 }
 
+// Rows shorter than any group: every first code, the hue of decoders, with some of the others.
+TEST_P(Hue, leftOverPixels) {
+    Random random(83);
+    for (const int width : {1, 3}) {
+        compareAny({width, 6400 / width + 1}, random, [](int n, int i, auto sample) {
+            using T = decltype(sample);
+            constexpr int kLast = kLastCode<T>;
+            if (i == 0) return code<T>(n % 256 * (kLast / 255));
+            const int others[] = {0, kLast / 5, kLast / 2, kLast - kLast / 7, kLast};
+            return code<T>(others[(i == 1 ? n / 256 : n / 1280) % 5]);
+        });
+    }
+}
+
 TEST_P(Hue, orderOfChecks) { EXPECT_EQ(checkOrderFaults(function(), Member{function()}.bgr ? "pets" : "ps"), ""); }
 
 std::vector<std::string_view> members() {

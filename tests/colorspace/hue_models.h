@@ -1,5 +1,4 @@
-// HLS and HSV of single pixels: plain models of what each function computes, and the definitions in double precision.
-// Colours are R, G, B; H, L, S or H, S, V.
+// HLS and HSV of single pixels: plain models of what each function computes. Colours are R, G, B; H, L, S or H, S, V.
 #pragma once
 
 #include <xmmintrin.h>
@@ -119,41 +118,5 @@ inline Colour rgbOfHsvModel(const HueScale& scale, Colour hsv) {
             return {0, 0, 0};
     }
 }
-
-// ---- definitions, all channels 0..1, the hue the part of a circle
-
-using Exact = std::array<double, 3>;
-
-inline double hueOf(const Exact& c) {
-    const double mx = std::max({c[0], c[1], c[2]}), d = mx - std::min({c[0], c[1], c[2]});
-    if (d == 0) return 0;
-    const double sixths = mx == c[0] ? (c[1] - c[2]) / d : mx == c[1] ? 2 + (c[2] - c[0]) / d : 4 + (c[0] - c[1]) / d;
-    return sixths < 0 ? sixths / 6 + 1 : sixths / 6;
-}
-
-inline Exact hlsOf(const Exact& c) {
-    const double mx = std::max({c[0], c[1], c[2]}), mn = std::min({c[0], c[1], c[2]}), l = (mx + mn) / 2;
-    return {hueOf(c), l, mx == mn ? 0 : (mx - mn) / (l <= 0.5 ? mx + mn : 2 - mx - mn)};
-}
-
-inline Exact hsvOf(const Exact& c) {
-    const double mx = std::max({c[0], c[1], c[2]}), d = mx - std::min({c[0], c[1], c[2]});
-    return {hueOf(c), mx == 0 ? 0 : d / mx, mx};
-}
-
-// A channel goes down from the hue's chroma above `low` where it is further than a sixth from its own hue.
-inline Exact rgbOfHue(double hue, double low, double chroma) {
-    Exact rgb;
-    for (std::size_t i = 0; i < 3; ++i) {
-        const double turn = hue - static_cast<double>(i) / 3, sixths = 6 * std::abs(turn - std::round(turn));
-        rgb[i] = low + chroma * std::clamp(2 - sixths, 0.0, 1.0);
-    }
-    return rgb;
-}
-inline Exact rgbOfHls(const Exact& c) {
-    const double chroma = (1 - std::abs(2 * c[1] - 1)) * c[2];
-    return rgbOfHue(c[0], c[1] - chroma / 2, chroma);
-}
-inline Exact rgbOfHsv(const Exact& c) { return rgbOfHue(c[0], c[2] * (1 - c[1]), c[2] * c[1]); }
 
 }  // namespace pxl::test

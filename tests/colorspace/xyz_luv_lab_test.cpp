@@ -12,6 +12,7 @@
 #include <map>
 
 #include "cie.h"
+#include "frame/cube_root_table.h"
 #include "support/call.h"
 #include "support/targets.h"
 
@@ -483,6 +484,29 @@ TEST(XyzLuvLabPinned, blackAndWhite) {
     EXPECT_EQ(one<float>(pxliLUVToRGB_32f_C3R, F{8.9e-5f, 100, 100}), F{});
     EXPECT_GT(one<float>(pxliLabToRGB_32f_C3R, F{100, 100, 100})[0], 1);
     EXPECT_LT(one<float>(pxliLabToRGB_32f_C3R, F{50, 100, 0})[1], 0);
+}
+
+// Rows of the cube root's table to the digits in which they are published.
+TEST(XyzLuvLabPinned, cubeRootTable) {
+    struct Row {
+        int i;
+        double root, rootDigit, reciprocal, reciprocalDigit;
+    };
+    for (const Row& row : {Row{0, 0.199269, 1e-6, 126.3804, 1e-4}, Row{1, 0.250533, 1e-6, 63.59204, 1e-5},
+                           Row{64, 0.797869, 1e-6, 1.968813, 1e-6}, Row{127, 1.000033, 1e-6, 0.9999, 1e-4}}) {
+        for (const double root : {double{kCubeRoots32f.root[row.i]}, kCubeRoots64f.root[row.i]}) {
+            EXPECT_NEAR(root, row.root, row.rootDigit / 2) << row.i;
+        }
+        for (const double k : {double{kCubeRoots32f.reciprocal[row.i]}, kCubeRoots64f.reciprocal[row.i]}) {
+            EXPECT_NEAR(k, row.reciprocal, row.reciprocalDigit / 2) << row.i;
+        }
+    }
+    EXPECT_EQ(kCubeRoots32f.root[128], 1);
+    EXPECT_EQ(kCubeRoots32f.reciprocal[128], 1);
+    for (int i = 0; i < kCubeRoots; ++i) {
+        EXPECT_EQ(kCubeRoots64f.root[i], double{kCubeRoots32f.root[i]}) << i;
+        EXPECT_EQ(kCubeRoots64f.reciprocal[i], double{kCubeRoots32f.reciprocal[i]}) << i;
+    }
 }
 
 // Of the 16-bit guard there are a few codes; of bytes none, which is why their conversion has no guard.
