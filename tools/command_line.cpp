@@ -12,6 +12,7 @@ std::unique_ptr<CLI::App> commandLine() {
     addList(*program);
     addRun(*program);
     addDemo(*program);
+    addGenerations(*program);
     addConvert(*program);
     addAccuracy(*program);
     addDemosaicQuality(*program);

@@ -13,6 +13,7 @@ void addInfo(CLI::App& program);
 void addList(CLI::App& program);
 void addRun(CLI::App& program);
 void addDemo(CLI::App& program);
+void addGenerations(CLI::App& program);
 void addAccuracy(CLI::App& program);
 void addDemosaicQuality(CLI::App& program);
 void addConvert(CLI::App& program);

@@ -205,7 +205,7 @@ void addConvert(CLI::App& program) {
     command
         ->add_option("--matrix", options->matrix,
                      "Coefficients of YCbCr: 601 (default) or 709, studio range, or 709hdtv, luma over the full range")
-        ->check(CLI::IsMember({"601", "709", "709hdtv"}, CLI::ignore_case));
+        ->transform(CLI::IsMember({"601", "709", "709hdtv"}, CLI::ignore_case));
     command->add_option("--size", options->size, "Width and height of raw frames in IN, as 1920x1080");
     command->add_option("--format", options->format, "Format of raw frames: in IN with --size, else in OUT");
     command->add_option("--to", options->to,

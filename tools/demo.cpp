@@ -278,9 +278,8 @@ private:
 };
 
 Image readSource(const std::string& path) {
-    const Image picture = readPicture(path);
-    if (picture.shape().planes[0].element != Element::u8)
-        fail(path, ": a 16-bit picture; the demonstration takes 8 bits");
+    const Image read = readPicture(path), picture = withElement(read, Element::u8);
+    if (read.shape().planes[0].element != Element::u8) note(path, " has 16 bits a sample; they are rounded to 8 bits");
     // Whole blocks of every sampling, so that the table compares the same pixels everywhere.
     const PxlSize size = {picture.size().width & ~3, picture.size().height & ~3};
     if (size.width == 0 || size.height == 0) fail(path, ": the demonstration needs at least 4x4 pixels");

@@ -92,6 +92,7 @@ void reduce(const ReduceOptions& options) {
                             : options.depth == 8 || own == Element::f32 ? Element::u8
                                                                         : own;
     const Image result = bilevel ? inSingleBits(picture, extras) : withFewerLevels(picture, element, extras);
+    if (!bilevel) checkPictureName(options.out, result.shape().planes[0].channels);
     Output output(options.out);
     writePicture(output, toPbm ? PictureFile::pnm : pictureFile(options.out), result);
     output.commit();

@@ -292,4 +292,9 @@ rows=$(grep -cE '[0-9]\.[0-9]+ ' stdout)
 [ "$(grep -c -E '^(gray|sepia).* 0\.[0-9]+ ' stdout)" = 2 ] || wrong "demo: gray and sepia are off: $(cat stdout)"
 for picture in pictures/source.png pictures/contact-sheet.png pictures/ditherings.png; do [ -s $picture ] || wrong "demo makes no $picture"; done
 
+# generations: a picture of one gray does not change.
+{ printf 'P6\n16 8\n255\n'; head -c 384 /dev/zero | tr '\0' '\200'; } >one_gray.ppm
+works generations --image one_gray.ppm
+[ "$(grep -c 'dB |$' stdout)" = 8 ] && [ "$(grep -c '+0.00, +0.00' stdout)" = 8 ] || wrong "generations of a gray: $(cat stdout)"
+
 finish
