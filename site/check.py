@@ -105,7 +105,8 @@ def check_counts(checks):
 
 def check_pages(checks, chromium, folder, screenshots):
     """Each page in light and dark, at a desk and on a phone: quiet, readable, not wider than the screen."""
-    for path in sorted([*folder.rglob("*.html"), *folder.rglob("*.svg")]):
+    charts = [*folder.rglob("overview.svg"), *folder.rglob("gray-*.svg")]  # one of each kind: all share a style
+    for path in sorted([*folder.rglob("*.html"), *charts]):
         where = path.relative_to(folder)
         address = path.as_uri() + ("#pxliYCbCr420ToBGR_8u_P2C4R" if path.name == "functions.html" else "")
         chromium.look("light", *DESK)
