@@ -18,6 +18,8 @@ std::unique_ptr<CLI::App> commandLine() {
     addDemosaicQuality(*program);
     addReduce(*program);
     addSelftest(*program);
+    addCompletion(*program);
+    addManual(*program);
     return program;
 }
 

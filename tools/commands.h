@@ -19,5 +19,7 @@ void addDemosaicQuality(CLI::App& program);
 void addConvert(CLI::App& program);
 void addReduce(CLI::App& program);
 void addSelftest(CLI::App& program);
+void addCompletion(CLI::App& program);
+void addManual(CLI::App& program);
 
 }  // namespace pxl::tool
