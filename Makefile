@@ -11,6 +11,7 @@
 #   make gstreamer    build the GStreamer plugin; make gstreamer-test runs its tests, gstreamer-bench times it
 #   make views        write the table of the C++ views anew, after a change of the catalogue
 #   make examples     build and run the examples, those with OpenCV and FFmpeg among them
+#   make deb          build the Debian packages into build/deb, with their tests, and look at them with lintian
 #   make install      build the library and the program and install them (PREFIX=/usr/local, DESTDIR=)
 #   make format       format the sources; format-check only tells
 #   make clean        remove what these tasks made
@@ -26,7 +27,7 @@ JOBS ?= $(shell nproc)
 BUILD = build/$(PRESET)
 
 .PHONY: help demo test bench bench-program performance site accuracy golden python python-test gstreamer \
-        gstreamer-test gstreamer-bench views examples install format format-check clean
+        gstreamer-test gstreamer-bench views examples deb install format format-check clean
 
 help:
 	@sed -n '3,/^$$/s/^# \{0,1\}//p' Makefile
@@ -132,6 +133,10 @@ install:
 	cmake --preset $(PRESET) -DCMAKE_INSTALL_PREFIX=$(PREFIX) >/dev/null
 	cmake --build $(BUILD)
 	DESTDIR=$(DESTDIR) cmake --install $(BUILD)
+
+deb:
+	@scripts/install-packages build pages python gstreamer deb
+	scripts/make-deb
 
 format:
 	scripts/format
