@@ -100,13 +100,12 @@ void check(const Example& example, const CLI::App& command) {
 }
 
 void printExamples(const CLI::App& program, const std::string& only) {
-    std::cout << ".Sh EXAMPLES\n";
-    const char* between = "";
+    const char* before = ".Sh EXAMPLES\n";
     for (const Example& example : kExamples) {
         if (!only.empty() && only != example.command) continue;
         check(example, *program.get_subcommand(example.command));
-        std::cout << between;
-        between = ".Pp\n";
+        std::cout << before;
+        before = ".Pp\n";
         printText(example.what);
         std::cout << ".Pp\n.Dl " << std::regex_replace(example.line, std::regex(R"(\\)"), "\\e") << '\n';
     }
