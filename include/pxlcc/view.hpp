@@ -58,6 +58,11 @@ struct Plane {
 
 namespace detail {
 
+template <class Sample, class... Samples>
+inline constexpr bool kIsOneOf = (std::is_same_v<Sample, Samples> || ...);
+template <class Sample>
+inline constexpr bool kIsSample = kIsOneOf<Sample, Pxl8u, Pxl8s, Pxl16u, Pxl16s, Pxl32u, Pxl32s, Pxl32f, Pxl64f>;
+
 constexpr int planeCount(Layout layout) {
     return layout == Layout::p2 ? 2 : layout == Layout::p3 ? 3 : layout == Layout::p4 ? 4 : 1;
 }
@@ -120,6 +125,7 @@ public:
     static constexpr int kPlanes = detail::planeCount(kLayout);
     static constexpr int kColumnMultiple = detail::columnMultiple(kSpace, kLayout, kSampling);
     static constexpr int kRowMultiple = detail::rowMultiple(kSpace, kSampling);
+    static_assert(detail::kIsSample<Sample>, "pxlcc: no image has samples of this type; take std::uint8_t and so on");
     using Planes = std::array<Plane<T>, static_cast<std::size_t>(kPlanes)>;
 
     View() = default;
@@ -225,6 +231,7 @@ public:
     // The same picture upside down, by negative steps. Rows that fill no whole block are left out.
     View<T, kSpace, kLayout, kSampling> flipped() const {
         View<T, kSpace, kLayout, kSampling> view = withSteps();
+        if (empty()) return view;
         view.size_.height -= view.size_.height % kRowMultiple;
         for (int i = 0; i < kPlanes; ++i) {
             auto& plane = view.planes_[static_cast<std::size_t>(i)];
