@@ -85,16 +85,16 @@ class Arguments {
 public:
     Arguments(const From& from, const To& to, const Values& values, const Row& row)
         : values_(values), size_(from.size()), bitOffset_(to.bitOffset()) {
-        const auto unit = [&row](std::size_t bytes) {
-            return static_cast<std::ptrdiff_t>(row.has(kStepsInElements) ? bytes : 1);
+        const auto inUnits = [&row](std::ptrdiff_t step, std::size_t bytes) {
+            return row.has(kStepsInElements) ? step / static_cast<std::ptrdiff_t>(bytes) : step;
         };
         for (int i = 0; i < From::kPlanes; ++i) {
             sources_[i] = from.first(i);
-            setStep(i, from.step(i) / unit(sizeof(typename From::Sample)), sourceSteps_, wideSourceSteps_);
+            setStep(i, inUnits(from.step(i), sizeof(typename From::Sample)), sourceSteps_, wideSourceSteps_);
         }
         for (int i = 0; i < To::kPlanes; ++i) {
             targets_[i] = to.first(i);
-            setStep(i, to.step(i) / unit(sizeof(typename To::Sample)), targetSteps_, wideTargetSteps_);
+            setStep(i, inUnits(to.step(i), sizeof(typename To::Sample)), targetSteps_, wideTargetSteps_);
         }
         if (!values_.regionGiven) values_.region = {0, 0, size_.width, size_.height};
         const Weights& w = values_.weights;
