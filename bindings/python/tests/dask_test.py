@@ -53,5 +53,7 @@ def test_a_folder_of_frames(client, rng, tmp_path):
         frame.tofile(tmp_path / "in" / f"frame_{i:04}.rgb24")
     files = dask_frames.convert_folder(client, tmp_path / "in", tmp_path / "out", (46, 30))
     assert [pathlib.Path(file).name for file in files] == [f"frame_{i:04}.nv12" for i in range(9)]
+    pathlib.Path(files[0]).unlink()
+    assert dask_frames.convert_folder(client, tmp_path / "in", tmp_path / "out", (46, 30)) == files
     for file, frame in zip(files, frames):
         assert (np.fromfile(file, np.uint8) == expected_of(frame)).all()
