@@ -25,9 +25,9 @@ works convert clip.i420 piped.y4m --size 20x12 --frames 7 --jobs 3
 fails '--jobs' convert clip.i420 out.bgr24 --size 20x12 --jobs 0
 
 # Memory stays below three frames a job, measured while the program waits for more frames.
-if (ulimit -v 1000000; pxlcc info >/dev/null 2>&1); then
+if [ ${#program[@]} = 1 ] && (ulimit -v 1000000; pxlcc info >/dev/null 2>&1); then
     mkfifo frames
-    pxlcc convert frames big.rgb24 --format i420 --size 1920x1080 --matrix 601 --jobs 3 &
+    "${program[@]}" convert frames big.rgb24 --format i420 --size 1920x1080 --matrix 601 --jobs 3 &
     exec 3>frames
     head -c $((20 * 3110400)) /dev/zero >&3
     for i in $(seq 100); do [ "$(cat .pxlcc-*.unfinished 2>/dev/null | wc -c)" = $((20 * 6220800)) ] && break; sleep 0.1; done
