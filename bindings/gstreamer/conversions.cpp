@@ -180,6 +180,10 @@ std::span<const Conversion> conversions() {
 }
 
 int Conversion::blockWidth() const { return largest(*this, &Cell::width); }
-int Conversion::blockHeight() const { return largest(*this, &Cell::height); }
+int Conversion::blockHeight() const {
+    // Filters along columns and pictures of two fields take as many rows at a time as they need at least.
+    const int atOnce = filtersChroma || interlaced ? function->minimumHeight : 1;
+    return std::max(largest(*this, &Cell::height), atOnce);
+}
 
 }  // namespace pxl::gst

@@ -135,9 +135,9 @@ struct Scratch {
     }
 };
 
-// The region at the border, through pictures that continue it by copies of its last cells.
+// The region at the border but for its first rows, through pictures that continue it by copies of its last cells.
 PxlStatus convertBorder(const Task& task, const Conversion& conversion, const Planes& source, const Planes& destination,
-                        const Region& region) {
+                        const Region& region, int skippedRows = 0) {
     const PxlSize padded = {
         roundUp(std::max(region.width, conversion.function->minimumWidth), conversion.blockWidth()),
         roundUp(std::max(region.height, conversion.function->minimumHeight), conversion.blockHeight())};
@@ -156,7 +156,7 @@ PxlStatus convertBorder(const Task& task, const Conversion& conversion, const Pl
     for (std::size_t i = 0; i < destination.size(); ++i) {
         const Cell& cell = conversion.destination.cells[i];
         const int bytes = divideUp(region.width, cell.width) * cell.bytes;
-        for (int y = 0; y < region.height; y += cell.height)
+        for (int y = skippedRows; y < region.height; y += cell.height)
             std::memcpy(at(destination[i], cell, region.x, region.y + y), at(out.planes[i], cell, 0, y),
                         static_cast<std::size_t>(bytes));
     }
@@ -176,9 +176,13 @@ PxlStatus convertProgressive(const Task& task, const Conversion& conversion, con
     if (status == pxlStatusOk && whole.width < size.width)
         status = convertBorder(task, conversion, source, destination,
                                {whole.width, 0, size.width - whole.width, size.height});
+    // A filter along columns looks at the rows around: those above the last ones are converted again, with what is
+    // below.
+    const bool looksAround = conversion.blockHeight() > 4 && whole.height > 0;
+    const int again = looksAround ? conversion.blockHeight() : 0;
     if (status == pxlStatusOk && whole.width > 0 && whole.height < size.height)
         status = convertBorder(task, conversion, source, destination,
-                               {0, whole.height, whole.width, size.height - whole.height});
+                               {0, whole.height - again, whole.width, size.height - whole.height + again}, again / 2);
     return status;
 }
 

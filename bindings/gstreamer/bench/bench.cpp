@@ -64,8 +64,8 @@ constexpr Contender kContenders[] = {
     {"videoconvert, quality",
      [](const Row&) {
          return std::string(
-             "videoconvert dither=floyd-steinberg chroma-mode=full chroma-resampler=lanczos "
-             "matrix-mode=full gamma-mode=remap primaries-mode=merge-only");
+             "videoconvert dither=none chroma-mode=full chroma-resampler=cubic matrix-mode=full "
+             "gamma-mode=remap primaries-mode=merge-only");
      }},
     {"videoconvert, 16 bits", throughWide},
 };

@@ -127,6 +127,12 @@ TEST(GstreamerBuffers, TimesFlagsAndMetadataStay) {
     GST_BUFFER_FLAG_SET(in, GST_BUFFER_FLAG_MARKER);
     gst_buffer_add_video_region_of_interest_meta(in, "face", 3, 4, 10, 11);
     gst_buffer_add_video_time_code_meta_full(in, 25, 1, nullptr, GST_VIDEO_TIME_CODE_FLAGS_NONE, 1, 2, 3, 4, 0);
+    static const gchar* kColours[] = {GST_META_TAG_VIDEO_COLORSPACE_STR, nullptr};
+    static const gchar* kPlace[] = {GST_META_TAG_VIDEO_STR, GST_META_TAG_VIDEO_SIZE_STR, nullptr};
+    gst_meta_register_custom("PxlTestColours", kColours, nullptr, nullptr, nullptr);
+    gst_meta_register_custom("PxlTestPlace", kPlace, nullptr, nullptr, nullptr);
+    gst_buffer_add_custom_meta(in, "PxlTestColours");
+    gst_buffer_add_custom_meta(in, "PxlTestPlace");
     GstBuffer* out = gst_harness_push_and_pull(harness.h, in);
     ASSERT_NE(out, nullptr);
     EXPECT_EQ(GST_BUFFER_PTS(out), 5 * GST_SECOND);
@@ -138,7 +144,9 @@ TEST(GstreamerBuffers, TimesFlagsAndMetadataStay) {
     EXPECT_EQ(region->x, 3u);
     EXPECT_EQ(region->h, 11u);
     EXPECT_NE(gst_buffer_get_video_time_code_meta(out), nullptr);
-    // What describes the memory of the source would be wrong.
+    EXPECT_NE(gst_buffer_get_custom_meta(out, "PxlTestPlace"), nullptr);
+    // What describes the colours or the memory of the source would be wrong.
+    EXPECT_EQ(gst_buffer_get_custom_meta(out, "PxlTestColours"), nullptr);
     const GstVideoMeta* meta = gst_buffer_get_video_meta(out);
     EXPECT_TRUE(meta == nullptr || meta->format == GST_VIDEO_FORMAT_BGR);
     gst_buffer_unref(out);

@@ -78,6 +78,7 @@ TEST(GstreamerNegotiation, FormatsMatricesAndRanges) {
         {"UYVY, colorimetry=bt709", "video/x-raw, format=BGR", "BGR", "2:1:5:1"},
         {"UYVY, colorimetry=bt709", "video/x-raw, format=BGR, colorimetry=sRGB", nullptr},
         {"I420, colorimetry=bt709", "video/x-raw, format=BGRA", "BGRA", "2:1:5:1"},
+        {"I420, colorimetry=bt709", "video/x-raw, format={BGRA, BGR}", "BGR", "1:1:5:1"},
         {"BGRA, colorimetry=2:1:5:1", "video/x-raw, format=UYVY", "UYVY", "bt709"},
         // encoders: the matrix that is asked for, else the usual one of the size if there is an export
         {"BGRA", "video/x-raw, format=I420", "I420", "2:4:7:1"},
@@ -89,6 +90,7 @@ TEST(GstreamerNegotiation, FormatsMatricesAndRanges) {
         {"RGB", "video/x-raw, format=NV21", nullptr},
         // gray
         {"YUY2, colorimetry=bt601", "video/x-raw, format=GRAY8", "GRAY8", "bt601"},
+        {"YUY2, colorimetry=bt601", "video/x-raw, format=GRAY8, colorimetry=1:4:0:0", nullptr},
         {"YUY2, colorimetry=bt601", "video/x-raw, format={GRAY8, BGRA}", "BGRA"},
         {"v210", "video/x-raw, format={GRAY8, GRAY16_LE}", "GRAY16_LE", "bt709", true},
         {"BGR", "video/x-raw, format=GRAY8", "GRAY8", "1:4:7:1"},

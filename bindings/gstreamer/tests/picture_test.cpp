@@ -129,7 +129,8 @@ bool isPlain(const Conversion& conversion) {
 }
 
 TEST(GstreamerPicture, EveryConversionFollowsTheEquationsAtAnySize) {
-    constexpr PxlSize kSizes[] = {{67, 35}, {64, 32}, {34, 17}, {5, 6}, {3, 3}, {2, 1}, {1, 2}, {1, 1}};
+    // The last columns and rows of the odd ones are far enough inside their blocks to be compared.
+    constexpr PxlSize kSizes[] = {{71, 39}, {64, 32}, {34, 17}, {5, 6}, {3, 3}, {2, 1}, {1, 2}, {1, 1}};
     for (const Conversion& conversion : conversions())
         for (const PxlSize size : kSizes)
             if (isPlain(conversion) && !conversion.interlaced) {
@@ -138,7 +139,7 @@ TEST(GstreamerPicture, EveryConversionFollowsTheEquationsAtAnySize) {
 }
 
 TEST(GstreamerPicture, FieldsOfInterlacedPicturesDoNotMix) {
-    constexpr PxlSize kSizes[] = {{67, 36}, {66, 35}, {32, 34}, {5, 3}, {1, 1}};
+    constexpr PxlSize kSizes[] = {{71, 44}, {70, 45}, {39, 42}, {5, 3}, {1, 1}};
     for (const Conversion& conversion : conversions())
         for (const PxlSize size : kSizes) {
             // Exports for whole interlaced pictures take four rows at a time; others serve the rest.
@@ -166,6 +167,32 @@ TEST(GstreamerPicture, PlanesMayHaveStepsThatTheExportDoesNotTake) {
         results[more / 16] = destination.planes[0];
     }
     EXPECT_EQ(results[0], results[1]);
+}
+
+// A filter along columns makes the same rows of a picture whether or not its height is a multiple of eight.
+TEST(GstreamerPicture, FilteredRowsDoNotShowWhereAPictureWasCut) {
+    const auto found = std::ranges::find_if(conversions(), [](const Conversion& c) {
+        return c.filtersChroma && c.from->name == "I420" && c.to->name == "Y42B";
+    });
+    ASSERT_NE(found, conversions().end());
+    const Conversion& conversion = *found;
+    std::vector<std::uint8_t> chroma[2];
+    for (const int height : {29, 32}) {
+        test::Picture source = makePicture(*conversion.from, conversion.source, {20, height}, false, false);
+        test::Picture destination = makePicture(*conversion.to, conversion.destination, {20, height}, false, false);
+        // Chroma rows from the 14th on are alike, so that what continues the picture is what it has.
+        for (std::size_t plane = 1; plane < 3; ++plane)
+            for (std::size_t i = 0; i < source.planes[plane].size(); ++i) {
+                const std::size_t row = i / static_cast<std::size_t>(source.steps[plane]);
+                source.planes[plane][i] = static_cast<std::uint8_t>(std::min<std::size_t>(row, 14) * 1103 % 251);
+            }
+        ASSERT_EQ(convertPicture({.conversion = &conversion}, planesOf(source, conversion.source),
+                                 planesOf(destination, conversion.destination), {20, height}, false),
+                  pxlStatusOk);
+        chroma[height / 32] = destination.planes[1];
+    }
+    chroma[1].resize(chroma[0].size());
+    EXPECT_EQ(chroma[0], chroma[1]);
 }
 
 TEST(GstreamerPicture, FlatRawSamplesBecomeTheirColour) {
