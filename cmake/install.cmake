@@ -30,7 +30,12 @@ if(TARGET pxlcc_tool)
     install(DIRECTORY ${pages}/ DESTINATION ${CMAKE_INSTALL_MANDIR}/man1 FILES_MATCHING PATTERN "*.1")
     install(FILES ${pages}/pxlcc.3 DESTINATION ${CMAKE_INSTALL_MANDIR}/man3)
     install(FILES ${pages}/pxlcc.bash DESTINATION ${CMAKE_INSTALL_DATADIR}/bash-completion/completions RENAME pxlcc)
-    install(FILES ${pages}/_pxlcc DESTINATION ${CMAKE_INSTALL_DATADIR}/zsh/vendor-completions)
+    # where Debian's zsh looks, for packages and for what is installed by hand
+    set(zshFolder site-functions)
+    if(CMAKE_INSTALL_PREFIX STREQUAL "/usr")
+        set(zshFolder vendor-completions)
+    endif()
+    install(FILES ${pages}/_pxlcc DESTINATION ${CMAKE_INSTALL_DATADIR}/zsh/${zshFolder})
 endif()
 
 if(NOT PXLCC_RELOCATABLE)
