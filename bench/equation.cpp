@@ -125,6 +125,18 @@ Colour fromAnalog(const Colour& c) {
     return {red, (c[0] - 0.299 * red - 0.114 * blue) / 0.587, blue, c[3]};
 }
 
+// PhotoYCC between channels of 0..1. Its decoder is no exact inverse: white of the encoder leaves room for more.
+Colour toPhoto(const Colour& c) {
+    const double luma = 0.299 * c[0] + 0.587 * c[1] + 0.114 * c[2];
+    return {luma / 1.402, (111.4 * (c[2] - luma) + 156) / 255, (135.64 * (c[0] - luma) + 137) / 255, c[3]};
+}
+Colour fromPhoto(const Colour& c) {
+    const double luma = 1.3584 * c[0], blue = 2.2179 * (c[1] - 156.0 / 255), red = 1.8215 * (c[2] - 137.0 / 255);
+    Colour out = {luma + red, luma - 0.194 * blue - 0.509 * red, luma + blue, c[3]};
+    for (std::size_t i = 0; i < 3; ++i) out[i] = std::clamp(out[i], 0.0, 1.0);
+    return out;
+}
+
 Colour twisted(const Colour& c) {
     Colour out = c;
     for (std::size_t i = 0; i < 3; ++i) {
@@ -183,6 +195,8 @@ Equation equationFor(const Export& function) {
     if (isVideo(from) && isRgb(to)) return [matrix](const Colour& c) { return decoded(matrix, c); };
     if (to == "YUV") return toAnalog;
     if (from == "YUV") return fromAnalog;
+    if (to == "YCC") return inUnits(function.destination.planes[0].element, toPhoto);
+    if (from == "YCC") return inUnits(function.destination.planes[0].element, fromPhoto);
     if (to == "Gray" && isVideo(from)) return [](const Colour& c) { return c; };
     if (to == "Gray") {
         return [](const Colour& c) { return Colour{0.299 * c[0] + 0.587 * c[1] + 0.114 * c[2], 0, 0, 0}; };

@@ -187,7 +187,9 @@ std::optional<Peer> photoYcc(const Images& images) {
         const double ofLowest = lowest - lowest * (of[0] + of[1] + of[2]);
         matrix.at<float>(row, channels) = static_cast<float>(of[3] * white + ofLowest);
     }
-    return peer("transform", destination, [=](cv::Mat& to) { cv::transform(source, to, matrix); });
+    const bool unlimited = !encodes && source.depth() == CV_32F;
+    return peer(unlimited ? "transform (not limited to 0..1)" : "transform", destination,
+                [=](cv::Mat& to) { cv::transform(source, to, matrix); });
 }
 
 // transform() for the weighted sums that cvtColor does not take, and for the colour twists. The fourth channel of AC4
