@@ -272,12 +272,15 @@ TEST(HuePinned, words) {
 
 // Hues on the borders of the sectors: 180 degrees belong to the falling side, whose factor 1/60 is rounded up.
 TEST(HuePinned, sectorBordersOfFloats) {
-    for (const int pixels : {1, 4, 9}) {
-        const auto all = [&](Pixel<Pxl32f> px) { return repeated(px, pixels); };
-        const float above = 0.75000006f;
-        EXPECT_EQ(converted(pxliHLSToRGB_32f_C3R, all({0.5f, 0.375f, 1})), all({0, above, 0.75f}));
-        EXPECT_EQ(converted(pxliHLSToRGB_32f_C3R, all({0, 0.375f, 1})), all({0.75f, 0, 0}));
-    }
+    onEachTarget([](Target target) {
+        for (const int pixels : {1, 4, 21}) {
+            const auto all = [&](Pixel<Pxl32f> px) { return repeated(px, pixels); };
+            const float above = 0.75000006f;
+            EXPECT_EQ(converted(pxliHLSToRGB_32f_C3R, all({0.5f, 0.375f, 1})), all({0, above, 0.75f}))
+                << nameOf(target);
+            EXPECT_EQ(converted(pxliHLSToRGB_32f_C3R, all({0, 0.375f, 1})), all({0.75f, 0, 0})) << nameOf(target);
+        }
+    });
 }
 
 // A range of the smallest difference from 1 is gray, the next one is not.

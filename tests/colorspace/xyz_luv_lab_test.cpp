@@ -486,6 +486,20 @@ TEST(XyzLuvLabPinned, blackAndWhite) {
     EXPECT_LT(one<float>(pxliLabToRGB_32f_C3R, F{50, 100, 0})[1], 0);
 }
 
+// Black is known by its Z alone: colours of which Z vanishes and X does not, and the other way round.
+TEST(XyzLuvLabPinned, blackOfLuvIsKnownByZ) {
+    using F = std::array<float, 3>;
+    const F onlyX = {0x1p-147f, 0, 0}, onlyZ = {-0.35758f, 0.412453f, 0};
+    ASSERT_EQ(times(kForward, onlyX)[2], 0);
+    ASSERT_NE(times(kForward, onlyX)[0], 0);
+    ASSERT_EQ(times(kForward, onlyZ)[0], 0);
+    onEachTarget([&](Target target) {
+        for (const F& rgb : {onlyX, onlyZ}) {
+            EXPECT_EQ(one<float>(pxliRGBToLUV_32f_C3R, rgb), luvOf(rgb, kAllTerms)) << nameOf(target);
+        }
+    });
+}
+
 // Rows of the cube root's table to the digits in which they are published.
 TEST(XyzLuvLabPinned, cubeRootTable) {
     struct Row {
