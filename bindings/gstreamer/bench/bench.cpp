@@ -64,8 +64,8 @@ constexpr Contender kContenders[] = {
     {"videoconvert, quality",
      [](const Row&) {
          return std::string(
-             "videoconvert dither=none chroma-mode=full chroma-resampler=cubic matrix-mode=full "
-             "gamma-mode=remap primaries-mode=merge-only");
+             "videoconvert dither=floyd-steinberg chroma-mode=full chroma-resampler=lanczos "
+             "matrix-mode=full gamma-mode=remap primaries-mode=merge-only");
      }},
     {"videoconvert, 16 bits", throughWide},
 };
@@ -244,8 +244,9 @@ public:
         ++count_;
     }
     double decibels() const {
-        return count_ == 0 || sum_ == 0 ? INFINITY
-                                        : 10 * std::log10(255.0 * 255.0 * static_cast<double>(count_) / sum_);
+        constexpr double kRounding = 1e-9;  // of double precision, a sample
+        const double mean = sum_ / static_cast<double>(count_);
+        return mean < kRounding ? INFINITY : 10 * std::log10(255.0 * 255.0 / mean);
     }
 
 private:
