@@ -89,7 +89,8 @@ bytes 0 0 128 63 0 0 0 0 0 0 0 0 0 0 0 0 0 0 0 0 0 0 0 0 >planes.f32
 works run pxliRGBToLab_32f_P3R planes.f32 --size 2x1 -o lab.f32
 [ ! -s stdout ] || wrong "run of planes prints $(cat stdout)"
 [ "$(od -An -tf4 -w24 lab.f32 | xargs)" = "53.240585 0 80.09416 0 67.20152 0" ] || wrong "run of planes: their order"
-fails 'only a raw file holds' run pxliRGBToLab_32f_P3R planes.f32 --size 2x1 -o lab.pfm
+works run pxliRGBToLab_32f_P3R planes.f32 --size 2x1 -o lab.pfm
+[ "$(tail -c 24 lab.pfm | od -An -tf4 -w24 | xargs)" = "53.240585 80.09416 67.20152 0 0 0" ] || wrong "run of planes to a PFM"
 fails 'no PFM' run pxliRGBToHLS_8u_C3R floats.pfm -o hls.png
 fails 'no fourth channel' run pxliRGBToHLS_32f_AC4R floats.pfm -o hls4.pfm
 head -c 20 floats.pfm >short.pfm
