@@ -94,6 +94,10 @@ for from in i420 yv12 nv12 nv21; do
     same i420.rgb24 $from.rgb24
 done
 works convert from.i422 packed.uyvy --size 20x12
+pairs() { tail -c "$1" "$2" | od -An -tu1 -w2 -v | awk "{ print $3 }"; }
+[ "$(pairs 120 from.nv21 '$2, $1')" = "$(pairs 120 from.nv12 '$1, $2')" ] || wrong "nv21 is not nv12 with Cr first"
+[ "$(head -c 240 from.yvyu | od -An -tu1 -w4 -v | awk '{ print $1, $4, $3, $2 }')" = "$(head -c 240 from.yuy2 | od -An -tu1 -w4 -v | awk '{ print $1, $2, $3, $4 }')" ] ||
+    wrong "yvyu is not yuy2 with Cr first"
 works convert in_1.ppm made.nv21
 works convert made.nv21 made.i420 --size 20x12
 same one.i420 made.i420
