@@ -6,16 +6,17 @@
 
 PXL_BEGIN_TARGET
 
-template <class V>
-using Unaligned [[gnu::aligned(1), gnu::may_alias]] = typename Register<typename V::Element, V::kN>::Type;
-
+// The compilers make one move of each copy. (An alias of the vector's type with another alignment would not do: Clang
+// 16 drops that attribute of a dependent type.)
 template <class V>
 PXL_INLINE V loadNear(const typename V::Element* p) {
-    return {*reinterpret_cast<const Unaligned<V>*>(p)};
+    V a;
+    __builtin_memcpy(&a.v, p, sizeof a.v);
+    return a;
 }
 template <class E, int N>
 PXL_INLINE void storeNear(E* p, Vector<E, N> a) {
-    *reinterpret_cast<Unaligned<Vector<E, N>>*>(p) = a.v;
+    __builtin_memcpy(p, &a.v, sizeof a.v);
 }
 
 PXL_END_TARGET
