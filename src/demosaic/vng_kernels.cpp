@@ -63,7 +63,7 @@ struct Place {
     template <int kColumn>
     PXL_INLINE V get(const Line<T>& line, int i) const {
         const int column = kColumn + i;
-        return loadNear<V>(line.plane[column & 1] + m + (column >> 1));
+        return loadNear(Blocks<N>{}, line.plane[column & 1] + m + (column >> 1));
     }
     template <int kColumn>
     PXL_INLINE void put(Line<T>& line, V a) const {

@@ -6,17 +6,14 @@
 
 PXL_BEGIN_TARGET
 
-// The compilers make one move of each copy. (An alias of the vector's type with another alignment would not do: Clang
-// 16 drops that attribute of a dependent type.)
-template <class V>
-PXL_INLINE V loadNear(const typename V::Element* p) {
-    V a;
-    __builtin_memcpy(&a.v, p, sizeof a.v);
-    return a;
-}
-template <class E, int N>
-PXL_INLINE void storeNear(E* p, Vector<E, N> a) {
-    __builtin_memcpy(p, &a.v, sizeof a.v);
-}
+#define PXL_NEAR_N(N, prefix, whole, E)                                                   \
+    PXL_INLINE Vector<E, N> loadNear(Blocks<N>, const E* p) {                             \
+        return {prefix##loadu_##whole(reinterpret_cast<const Register<E, N>::Type*>(p))}; \
+    }                                                                                     \
+    PXL_INLINE void storeNear(E* p, Vector<E, N> a) {                                     \
+        prefix##storeu_##whole(reinterpret_cast<Register<E, N>::Type*>(p), a.v);          \
+    }
+PXL_FOR_EACH_N(PXL_NEAR_N, Pxl16s)
+PXL_FOR_EACH_N(PXL_NEAR_N, Pxl32s)
 
 PXL_END_TARGET
