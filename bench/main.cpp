@@ -40,6 +40,8 @@ PxlSize smallSize(const catalog::Export& function) {
 
 PxlSize largeSize(const catalog::Export&) { return {1920, 1080}; }
 
+PxlSize middleSize(const catalog::Export&) { return {3840, 2160}; }
+
 PxlSize hugeSize(const catalog::Export&) { return {7680, 4320}; }
 
 // In frames of 7680x4320 all that matters is how rows meet memory, so a few functions of each kind stand for the rest.
@@ -72,7 +74,9 @@ struct SizeClass {
     bool (*takes)(const catalog::Export&);  // without being asked for
 };
 constexpr auto kEach = [](const catalog::Export&) { return true; };
+constexpr auto kNone = [](const catalog::Export&) { return false; };
 constexpr SizeClass kSizes[] = {{"huge", "7680x4320", hugeSize, standsForOthers},
+                                {"middle", "3840x2160", middleSize, kNone},
                                 {"large", "1920x1080", largeSize, kEach},
                                 {"small", "in the second-level cache", smallSize, kEach}};
 
@@ -195,9 +199,10 @@ int main(int argc, char** argv) {
     app.add_option("--seconds", options.seconds, "what the whole run may take, about")
         ->capture_default_str()
         ->check(CLI::PositiveNumber);
-    app.add_option("--size", options.size, "huge, large, small, tile or all: huge for a choice of functions")
+    app.add_option("--size", options.size,
+                   "huge, middle, large, small, tile or all: huge for a choice of functions, no middle")
         ->capture_default_str()
-        ->check(CLI::IsMember({"huge", "large", "small", "tile", "all"}));
+        ->check(CLI::IsMember({"huge", "middle", "large", "small", "tile", "all"}));
     const std::map<std::string, int> dithers = {{"none", pxlDitherNone},
                                                 {"fs", pxlDitherFS},
                                                 {"jjn", pxlDitherJJN},
