@@ -2,6 +2,7 @@
 
 #include <gtest/gtest.h>
 
+#include <algorithm>
 #include <array>
 #include <climits>
 
@@ -145,6 +146,49 @@ TEST(RepackChecks, heightsThatAreNotLookedAt) {
         if (call.run() == pxlStatusOk) found.push_back(name);
     }
     EXPECT_EQ(found, expected);
+}
+
+// What keeps every sample comes back as it was: other layouts, and 4:1:1 as 4:2:0, which has as many chroma samples.
+TEST(RepackThereAndBack, keepsEverySample) {
+    for (const int width : {4, 12, 64, 68, 132}) {
+        constexpr int kHeight = 6;
+        const int count = width * kHeight;
+        Random random(11);
+        std::vector<Pxl8u> frame(static_cast<std::size_t>(2 * count)), between(frame.size()), back(frame.size());
+        for (Pxl8u& sample : frame) sample = static_cast<Pxl8u>(random.next());
+        const auto same = [&](int samples) { return std::equal(frame.begin(), frame.begin() + samples, back.begin()); };
+        // luma, then chroma samples of so many in a row and a plane
+        const auto planesOf = [&](std::vector<Pxl8u>& samples, int perPlane) {
+            return std::array{samples.data(), samples.data() + count, samples.data() + count + perPlane};
+        };
+        const PxlSize size = {width, kHeight};
+
+        auto planes = planesOf(between, count / 2);
+        int steps[3] = {width, width / 2, width / 2};
+        ASSERT_EQ(pxliYCbCr422_8u_C2P3R(frame.data(), 2 * width, planes.data(), steps, size), pxlStatusOk);
+        const Pxl8u* read[3] = {planes[0], planes[1], planes[2]};
+        ASSERT_EQ(pxliYCbCr422_8u_P3C2R(read, steps, back.data(), 2 * width, size), pxlStatusOk);
+        EXPECT_TRUE(same(2 * count)) << "4:2:2 of width " << width;
+
+        auto halves = planesOf(between, count / 4), again = planesOf(back, count / 4);
+        ASSERT_EQ(pxliYCbCr420_8u_P2P3R(frame.data(), width, frame.data() + count, width, halves.data(), steps, size),
+                  pxlStatusOk);
+        const Pxl8u* readHalves[3] = {halves[0], halves[1], halves[2]};
+        ASSERT_EQ(pxliYCbCr420_8u_P3P2R(readHalves, steps, again[0], width, again[1], width, size), pxlStatusOk);
+        EXPECT_TRUE(same(count * 3 / 2)) << "4:2:0 of width " << width;
+
+        int quarters[3] = {width, width / 4, width / 4};
+        const auto from = planesOf(frame, count / 4);
+        const Pxl8u* read411[3] = {from[0], from[1], from[2]};
+        ASSERT_EQ(pxliYCbCr411ToYCbCr420_8u_P3R(read411, quarters, halves.data(), steps, size), pxlStatusOk);
+        ASSERT_EQ(pxliYCbCr420ToYCbCr411_8u_P3P2R(readHalves, steps, again[0], width, again[1], width / 2, size),
+                  pxlStatusOk);
+        EXPECT_TRUE(same(count));
+        for (int i = 0; i < count / 4; ++i) {
+            ASSERT_EQ(back[static_cast<std::size_t>(count + 2 * i)], from[1][i]) << "Cb " << i << " of " << width;
+            ASSERT_EQ(back[static_cast<std::size_t>(count + 2 * i + 1)], from[2][i]) << "Cr " << i << " of " << width;
+        }
+    }
 }
 
 }  // namespace
