@@ -10,32 +10,17 @@
 #include "digest.h"
 #include "error.h"
 #include "raster.h"
+#include "splitmix.h"
 
 namespace pxl::tool {
 
 namespace {
 
 using catalog::Export;
+using catalog::Random;
 using catalog::Role;
 
 // Everything here is arithmetic that is exact or rounded in one defined way, so that it is the same on every machine.
-
-// splitmix64
-class Random {
-public:
-    explicit Random(std::uint64_t seed) : state_(seed) {}
-    std::uint64_t next() {
-        std::uint64_t z = state_ += 0x9E3779B97F4A7C15u;
-        z = (z ^ (z >> 30)) * 0xBF58476D1CE4E5B9u;
-        z = (z ^ (z >> 27)) * 0x94D049BB133111EBu;
-        return z ^ (z >> 31);
-    }
-    int below(int count) { return static_cast<int>(next() % static_cast<std::uint64_t>(count)); }
-    double between(double low, double high) { return low + (high - low) * static_cast<double>(next() >> 11) * 0x1p-53; }
-
-private:
-    std::uint64_t state_;
-};
 
 // What the samples of an image are: anything; the ends of the range and, of floats, what is no colour; slopes as in
 // pictures, with some noise.

@@ -1,25 +1,10 @@
-// Reproducible pseudo-random numbers (splitmix64): the same on every machine and library.
+// The pseudo-random numbers of the tests.
 #pragma once
 
-#include <cstdint>
+#include "splitmix.h"
 
 namespace pxl::test {
 
-class Random {
-public:
-    explicit Random(std::uint64_t seed) : state_(seed) {}
-    std::uint64_t next() {
-        std::uint64_t z = state_ += 0x9E3779B97F4A7C15u;
-        z = (z ^ (z >> 30)) * 0xBF58476D1CE4E5B9u;
-        z = (z ^ (z >> 27)) * 0x94D049BB133111EBu;
-        return z ^ (z >> 31);
-    }
-    int below(int count) { return static_cast<int>(next() % static_cast<std::uint64_t>(count)); }
-    bool oneIn(int count) { return below(count) == 0; }
-    double between(double low, double high) { return low + (high - low) * static_cast<double>(next() >> 11) * 0x1p-53; }
-
-private:
-    std::uint64_t state_;
-};
+using catalog::Random;
 
 }  // namespace pxl::test
