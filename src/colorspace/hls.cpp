@@ -21,31 +21,34 @@ PxlStatus interleaved(HlsKernels::Row<const T*, T*> kernel, const T* pSrc, int s
                                packed<kChannels>(pDst, wholeSamples<T>(dstStep)));
 }
 
-// One side of a BGR function by what its kernel sees of a row: an image, or planes with a common step.
-template <class Row>
+// One side of a BGR function by what its kernel sees of a row: an image of interleaved samples, or planes with a common
+// step.
+template <class Row, int kChannels>
 struct Side;
-template <class T>
-struct Side<T*> {
+template <class T, int kChannels>
+struct Side<T*, kChannels> {
     static auto noNullEntry(const T*) {
         return Check{[]() -> PxlStatus { return pxlStatusOk; }};
     }
-    static auto rows(T* p, int step) { return view(p, step); }
+    static auto rows(T* p, int step) { return packed<kChannels>(p, step); }
 };
-template <class T, int kPlanes>
-struct Side<RowOf<T, kPlanes>> {
-    static auto noNullEntry(T* const* p) { return noNullIn<kPlanes>(p); }
-    static auto rows(T* const* p, int step) { return planes<kPlanes>(p, step); }
+template <class T, int kChannels>
+struct Side<RowOf<T, kChannels>, kChannels> {
+    static auto noNullEntry(T* const* p) { return noNullIn<kChannels>(p); }
+    static auto rows(T* const* p, int step) { return planes<kChannels>(p, step); }
 };
 
 // BGR: pointers, then steps, and the size last.
-template <class Source, class Destination, class From, class To>
+template <int kChannels, class Source, class Destination, class From, class To>
 PxlStatus bgr(HlsKernels::Row<Source, Destination> kernel, From* pSrc, int srcStep, To* pDst, int dstStep,
               PxlSize roiSize) {
+    using SourceSide = Side<Source, kChannels>;
+    using DestinationSide = Side<Destination, kChannels>;
     if (const PxlStatus bad =
-            firstBad(notNull(pSrc, pDst), Side<Source>::noNullEntry(pSrc), Side<Destination>::noNullEntry(pDst),
+            firstBad(notNull(pSrc, pDst), SourceSide::noNullEntry(pSrc), DestinationSide::noNullEntry(pDst),
                      positiveSteps(srcStep, dstStep), atLeast(roiSize, 1, 1)))
         return bad;
-    return eachRow(roiSize, kernel, Side<Source>::rows(pSrc, srcStep), Side<Destination>::rows(pDst, dstStep));
+    return eachRunOfGroups<4>(roiSize, kernel, SourceSide::rows(pSrc, srcStep), DestinationSide::rows(pDst, dstStep));
 }
 
 }  // namespace
@@ -115,53 +118,53 @@ PxlStatus pxliHLSToRGB_32f_AC4R(const Pxl32f* pSrc, int srcStep, Pxl32f* pDst, i
 }
 
 PxlStatus pxliBGRToHLS_8u_C3P3R(const Pxl8u* pSrc, int srcStep, Pxl8u* pDst[3], int dstStep, PxlSize roiSize) {
-    return bgr(kernels().fromBgr.c3p3, pSrc, srcStep, pDst, dstStep, roiSize);
+    return bgr<3>(kernels().fromBgr.c3p3, pSrc, srcStep, pDst, dstStep, roiSize);
 }
 
 PxlStatus pxliBGRToHLS_8u_P3C3R(const Pxl8u* pSrc[3], int srcStep, Pxl8u* pDst, int dstStep, PxlSize roiSize) {
-    return bgr(kernels().fromBgr.p3c3, pSrc, srcStep, pDst, dstStep, roiSize);
+    return bgr<3>(kernels().fromBgr.p3c3, pSrc, srcStep, pDst, dstStep, roiSize);
 }
 
 PxlStatus pxliBGRToHLS_8u_P3R(const Pxl8u* pSrc[3], int srcStep, Pxl8u* pDst[3], int dstStep, PxlSize roiSize) {
-    return bgr(kernels().fromBgr.p3, pSrc, srcStep, pDst, dstStep, roiSize);
+    return bgr<3>(kernels().fromBgr.p3, pSrc, srcStep, pDst, dstStep, roiSize);
 }
 
 PxlStatus pxliBGRToHLS_8u_AC4R(const Pxl8u* pSrc, int srcStep, Pxl8u* pDst, int dstStep, PxlSize roiSize) {
-    return bgr(kernels().fromBgrAC4, pSrc, srcStep, pDst, dstStep, roiSize);
+    return bgr<4>(kernels().fromBgrAC4, pSrc, srcStep, pDst, dstStep, roiSize);
 }
 
 PxlStatus pxliBGRToHLS_8u_AC4P4R(const Pxl8u* pSrc, int srcStep, Pxl8u* pDst[4], int dstStep, PxlSize roiSize) {
-    return bgr(kernels().fromBgr.ac4p4, pSrc, srcStep, pDst, dstStep, roiSize);
+    return bgr<4>(kernels().fromBgr.ac4p4, pSrc, srcStep, pDst, dstStep, roiSize);
 }
 
 PxlStatus pxliBGRToHLS_8u_AP4C4R(const Pxl8u* pSrc[4], int srcStep, Pxl8u* pDst, int dstStep, PxlSize roiSize) {
-    return bgr(kernels().fromBgr.ap4c4, pSrc, srcStep, pDst, dstStep, roiSize);
+    return bgr<4>(kernels().fromBgr.ap4c4, pSrc, srcStep, pDst, dstStep, roiSize);
 }
 
 PxlStatus pxliBGRToHLS_8u_AP4R(const Pxl8u* pSrc[4], int srcStep, Pxl8u* pDst[4], int dstStep, PxlSize roiSize) {
-    return bgr(kernels().fromBgr.ap4, pSrc, srcStep, pDst, dstStep, roiSize);
+    return bgr<4>(kernels().fromBgr.ap4, pSrc, srcStep, pDst, dstStep, roiSize);
 }
 
 PxlStatus pxliHLSToBGR_8u_C3P3R(const Pxl8u* pSrc, int srcStep, Pxl8u* pDst[3], int dstStep, PxlSize roiSize) {
-    return bgr(kernels().toBgr.c3p3, pSrc, srcStep, pDst, dstStep, roiSize);
+    return bgr<3>(kernels().toBgr.c3p3, pSrc, srcStep, pDst, dstStep, roiSize);
 }
 
 PxlStatus pxliHLSToBGR_8u_P3C3R(const Pxl8u* pSrc[3], int srcStep, Pxl8u* pDst, int dstStep, PxlSize roiSize) {
-    return bgr(kernels().toBgr.p3c3, pSrc, srcStep, pDst, dstStep, roiSize);
+    return bgr<3>(kernels().toBgr.p3c3, pSrc, srcStep, pDst, dstStep, roiSize);
 }
 
 PxlStatus pxliHLSToBGR_8u_P3R(const Pxl8u* pSrc[3], int srcStep, Pxl8u* pDst[3], int dstStep, PxlSize roiSize) {
-    return bgr(kernels().toBgr.p3, pSrc, srcStep, pDst, dstStep, roiSize);
+    return bgr<3>(kernels().toBgr.p3, pSrc, srcStep, pDst, dstStep, roiSize);
 }
 
 PxlStatus pxliHLSToBGR_8u_AC4P4R(const Pxl8u* pSrc, int srcStep, Pxl8u* pDst[4], int dstStep, PxlSize roiSize) {
-    return bgr(kernels().toBgr.ac4p4, pSrc, srcStep, pDst, dstStep, roiSize);
+    return bgr<4>(kernels().toBgr.ac4p4, pSrc, srcStep, pDst, dstStep, roiSize);
 }
 
 PxlStatus pxliHLSToBGR_8u_AP4C4R(const Pxl8u* pSrc[4], int srcStep, Pxl8u* pDst, int dstStep, PxlSize roiSize) {
-    return bgr(kernels().toBgr.ap4c4, pSrc, srcStep, pDst, dstStep, roiSize);
+    return bgr<4>(kernels().toBgr.ap4c4, pSrc, srcStep, pDst, dstStep, roiSize);
 }
 
 PxlStatus pxliHLSToBGR_8u_AP4R(const Pxl8u* pSrc[4], int srcStep, Pxl8u* pDst[4], int dstStep, PxlSize roiSize) {
-    return bgr(kernels().toBgr.ap4, pSrc, srcStep, pDst, dstStep, roiSize);
+    return bgr<4>(kernels().toBgr.ap4, pSrc, srcStep, pDst, dstStep, roiSize);
 }

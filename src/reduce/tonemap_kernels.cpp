@@ -20,16 +20,7 @@ PXL_INLINE void mapRun(const Pxl32f* src, Pxl8u* dst, Index count, const Form& f
     });
 }
 
-bool overlap(const Pxl32f* src, const Pxl8u* dst, Index width) {
-    const auto from = reinterpret_cast<uintptr_t>(src), to = reinterpret_cast<uintptr_t>(dst);
-    const auto count = static_cast<uintptr_t>(width);
-    return from < to + count && to < from + sizeof(Pxl32f) * count;
-}
-
-// Samples in fours saturate. What is left of a row, and all of a row that overlaps its destination, goes sample by
-// sample and keeps the low 8 bits: a negative sample wraps there, deliberately.
-void linear(const Pxl32f* src, Pxl8u* dst, Pxl32f reciprocal, Index width) {
-    const Index fours = overlap(src, dst, width) ? 0 : width / 4 * 4;
+void linear(const Pxl32f* src, Pxl8u* dst, Pxl32f reciprocal, Index fours, Index width) {
     mapRun(src, dst, fours, [=](auto s) PXL_BODY { return relativeToMaximum(s, reciprocal); });
     for (Index x = fours; x < width; ++x) {
         const auto s = load(Part{1}, src + x);

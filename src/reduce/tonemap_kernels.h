@@ -11,7 +11,8 @@ struct ToneMapKernels {
     // Adds sample x to sums[x mod 16].
     void (*addToSums)(const Pxl32f* row, Index width, Pxl64f (&sums)[16]);
 
-    void (*linear)(const Pxl32f* src, Pxl8u* dst, Pxl32f reciprocal, Index width);
+    // The first `fours` samples, a multiple of 4, saturate; the others keep the low 8 bits.
+    void (*linear)(const Pxl32f* src, Pxl8u* dst, Pxl32f reciprocal, Index fours, Index width);
     void (*mean)(const Pxl32f* src, Pxl8u* dst, Pxl32f factor, Index width);
 
     // Fills bytes past the caches.

@@ -44,6 +44,7 @@ PXL_INLINE Pxl32f maximumOf(const Pxl32f* p, Index count, Pxl32f largest) {
 #pragma GCC unroll 4
         for (int k = 0; k < 4; ++k) found[k] = maximum(load(kAll, p + i + kLanes * k), found[k]);
     }
+    for (; i + kLanes <= count; i += kLanes) found[0] = maximum(load(kAll, p + i), found[0]);
     Pxl32f lanes[kLanes];
     store(kAll, lanes, maximum(maximum(found[0], found[1]), maximum(found[2], found[3])));
     for (int k = 0; k < kLanes; ++k) largest = lanes[k] > largest ? lanes[k] : largest;

@@ -85,6 +85,32 @@ TEST(ToneMapLinear, overlappingRows) {
     }
 }
 
+// Dense rows that overlap rows of the destination, or not: whether samples wrap is decided row by row.
+TEST(ToneMapLinear, overlappingImages) {
+    constexpr int kWidth = 20, kHeight = 5;
+    for (int shift = -120; shift < 420; shift += 4) {
+        onEachTarget([&](Target target) {
+            std::vector<float> memory(kWidth * kHeight + 60);
+            for (std::size_t i = 0; i < memory.size(); ++i)
+                memory[i] = static_cast<float>(static_cast<int>(i * 37 % 101) - 30);
+            float* src = memory.data() + 30;
+            std::vector<float> expected = memory;
+            const float maximum = *std::max_element(src, src + kWidth * kHeight);
+            for (int y = 0; y < kHeight; ++y) {
+                float* row = expected.data() + 30 + y * kWidth;
+                const int at = shift + y * kWidth - 4 * y * kWidth;  // of the row's destination from its source
+                const bool overlaps = at > -kWidth && at < 4 * kWidth;
+                for (int x = 0; x < kWidth; ++x)
+                    reinterpret_cast<Pxl8u*>(row)[at + x] = static_cast<Pxl8u>(linearModel(row[x], maximum, overlaps));
+            }
+            pxliToneMapLinear_32f8u_C1R(src, 4 * kWidth, reinterpret_cast<Pxl8u*>(src) + shift, kWidth,
+                                        {kWidth, kHeight});
+            EXPECT_EQ(std::memcmp(memory.data(), expected.data(), 4 * memory.size()), 0)
+                << "shifted by " << shift << ", " << nameOf(target);
+        });
+    }
+}
+
 TEST(ToneMapMean, everyColumn) {
     Random random(62);
     for (int width = 1; width <= 150; ++width) {
@@ -101,6 +127,18 @@ TEST(ToneMapMean, everyColumn) {
         for (const float s : image) expected.bytes.push_back(static_cast<int>(limited(truncated(s * factor))));
         onEachTarget([&](Target target) {
             EXPECT_EQ(mapped(pxliToneMapMean_32f8u_C1R, image, width), expected) << width << ' ' << nameOf(target);
+        });
+    }
+}
+
+// What is huge at the start of two rows cancels in one sum before it meets what is small.
+TEST(ToneMapMean, sumsByColumn) {
+    for (const int width : {16, 17, 24, 32}) {
+        std::vector<float> image(static_cast<std::size_t>(2 * width), 1);
+        image[0] = 1e20f, image[static_cast<std::size_t>(width)] = -1e20f;
+        onEachTarget([&](Target target) {
+            const Result result = mapped(pxliToneMapMean_32f8u_C1R, image, width);
+            EXPECT_EQ(result.bytes[1], 255 * width / (2 * (width - 1))) << width << ' ' << nameOf(target);
         });
     }
 }
