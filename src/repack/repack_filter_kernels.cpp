@@ -97,7 +97,7 @@ PXL_INLINE U8<How::kN> loadNext(How how, const Pxl8u* row, Index j, Index n) {
     if (j + count < n) return load(how, row + j + 1);
     Pxl8u samples[16 * How::kN + 1];
     store(how, samples, load(how, row + j));
-    samples[count] = samples[count - 1];
+    samples[count] = row[n - 1];
     return load(how, samples + 1);
 }
 

@@ -112,13 +112,13 @@ PXL_INLINE void store4(Blocks<4> all, Pxl8u* p, Channels3<EvenOdd<I16<4>>> px, P
 PXL_INLINE void store3(Part part, Pxl8u* p, Channels3<EvenOdd<I16<1>>> px) {
     Pxl8u bytes[48];
     store3(Blocks<1>{}, bytes, px);
-    __builtin_memcpy(p, bytes, 3 * static_cast<size_t>(part.count));
+    giveFirst(p, bytes, 3 * part.count);
 }
 
 PXL_INLINE void store4(Part part, Pxl8u* p, Channels3<EvenOdd<I16<1>>> px, Pxl8u fourth) {
     Pxl8u bytes[64];
     store4(Blocks<1>{}, bytes, px, fourth);
-    __builtin_memcpy(p, bytes, 4 * static_cast<size_t>(part.count));
+    giveFirst(p, bytes, 4 * part.count);
 }
 
 PXL_END_TARGET

@@ -478,21 +478,21 @@ PXL_INLINE U8<N> packSatQuads(Parts<I32<N>, 4> a) {
 // ---- part of a block: through a buffer of whole blocks
 
 PXL_INLINE Quads<1> loadQuads3(Part part, const Pxl8u* p) {
-    Pxl8u bytes[48] = {};
-    __builtin_memcpy(bytes, p, 3 * static_cast<size_t>(part.count));
+    Pxl8u bytes[48];
+    takeFirst(bytes, p, 3 * part.count);
     return loadQuads3(Blocks<1>{}, bytes);
 }
 
 PXL_INLINE Quads<1> loadQuads4(Part part, const Pxl8u* p) {
-    Pxl8u bytes[64] = {};
-    __builtin_memcpy(bytes, p, 4 * static_cast<size_t>(part.count));
+    Pxl8u bytes[64];
+    takeFirst(bytes, p, 4 * part.count);
     return loadQuads4(Blocks<1>{}, bytes);
 }
 
 template <class E>
 PXL_INLINE Channels3<Vector<E, 1>> load3(Part part, const E* p) {
-    E samples[3 * Vector<E, 1>::kSize] = {};
-    __builtin_memcpy(samples, p, 3 * sizeof(E) * static_cast<size_t>(part.count));
+    E samples[3 * Vector<E, 1>::kSize];
+    takeFirst(samples, p, 3 * part.count);
     return load3(Blocks<1>{}, samples);
 }
 
@@ -500,13 +500,13 @@ template <class E>
 PXL_INLINE void store3(Part part, E* p, Channels3<Vector<E, 1>> px) {
     E samples[3 * Vector<E, 1>::kSize];
     store3(Blocks<1>{}, samples, px);
-    __builtin_memcpy(p, samples, 3 * sizeof(E) * static_cast<size_t>(part.count));
+    giveFirst(p, samples, 3 * part.count);
 }
 
 template <class E>
 PXL_INLINE Channels4<Vector<E, 1>> load4(Part part, const E* p) {
-    E samples[4 * Vector<E, 1>::kSize] = {};
-    __builtin_memcpy(samples, p, 4 * sizeof(E) * static_cast<size_t>(part.count));
+    E samples[4 * Vector<E, 1>::kSize];
+    takeFirst(samples, p, 4 * part.count);
     return load4(Blocks<1>{}, samples);
 }
 
@@ -514,7 +514,7 @@ template <class E>
 PXL_INLINE void store4(Part part, E* p, Channels4<Vector<E, 1>> px) {
     E samples[4 * Vector<E, 1>::kSize];
     store4(Blocks<1>{}, samples, px);
-    __builtin_memcpy(p, samples, 4 * sizeof(E) * static_cast<size_t>(part.count));
+    giveFirst(p, samples, 4 * part.count);
 }
 
 template <class E>

@@ -3,6 +3,7 @@
 #pragma once
 
 #include "simd/operations.h"
+#include "simd/part_bytes.h"
 
 PXL_BEGIN_TARGET
 
@@ -45,16 +46,14 @@ PXL_FOR_EACH_N(PXL_MEMORY_REAL_N, Pxl64f, pd)
 
 template <class E>
 PXL_INLINE Vector<E, 1> load(Part part, const E* p) {
-    E lanes[Vector<E, 1>::kSize] = {};
-    __builtin_memcpy(lanes, p, sizeof(E) * static_cast<size_t>(part.count));
-    return load(Blocks<1>{}, lanes);
+    const int bytes = static_cast<int>(sizeof(E)) * part.count;
+    return as<Vector<E, 1>>(U8<1>{loadFirstBytes(reinterpret_cast<const Pxl8u*>(p), bytes)});
 }
 
 template <class E>
 PXL_INLINE void store(Part part, E* p, Vector<E, 1> a) {
-    E lanes[Vector<E, 1>::kSize];
-    store(Blocks<1>{}, lanes, a);
-    __builtin_memcpy(p, lanes, sizeof(E) * static_cast<size_t>(part.count));
+    const int bytes = static_cast<int>(sizeof(E)) * part.count;
+    storeFirstBytes(reinterpret_cast<Pxl8u*>(p), as<U8<1>>(a).v, bytes);
 }
 
 // ---- one channel of samples twice as wide as another's: two vectors of it, one behind the other, unlike Halves
@@ -79,8 +78,8 @@ PXL_INLINE void store(Blocks<N> all, E* p, Consecutive<Vector<E, N>> a) {
 
 template <class E>
 PXL_INLINE Consecutive<Vector<E, 1>> loadConsecutive(Part part, const E* p) {
-    E lanes[2 * Vector<E, 1>::kSize] = {};
-    __builtin_memcpy(lanes, p, sizeof(E) * static_cast<size_t>(part.count));
+    E lanes[2 * Vector<E, 1>::kSize];
+    takeFirst(lanes, p, part.count);
     return loadConsecutive(Blocks<1>{}, lanes);
 }
 
@@ -88,7 +87,7 @@ template <class E>
 PXL_INLINE void store(Part part, E* p, Consecutive<Vector<E, 1>> a) {
     E lanes[2 * Vector<E, 1>::kSize];
     store(Blocks<1>{}, lanes, a);
-    __builtin_memcpy(p, lanes, sizeof(E) * static_cast<size_t>(part.count));
+    giveFirst(p, lanes, part.count);
 }
 
 // Moves 64 bits at a time so that interleaving with another such vector gives two consecutive ones ...
@@ -191,19 +190,14 @@ PXL_INLINE U8<4> loadHalves(Blocks<4>, const Pxl8u* p, const Pxl8u* q) {
 // Of a single block, `count` bytes to each.
 template <int kFirst>
 PXL_INLINE void storeTwoParts(Part part, Pxl8u* p, Pxl8u* q, U8<1> a) {
-    Pxl8u bytes[16];
-    store(Blocks<1>{}, bytes, a);
-    __builtin_memcpy(p, bytes, static_cast<size_t>(part.count));
-    __builtin_memcpy(q, bytes + kFirst, static_cast<size_t>(part.count));
+    storeFirstBytes(p, a.v, part.count);
+    storeFirstBytes(q, _mm_srli_si128(a.v, kFirst), part.count);
 }
 PXL_INLINE void storeHalves(Part part, Pxl8u* p, Pxl8u* q, U8<1> a) { storeTwoParts<8>(part, p, q, a); }
 PXL_INLINE void storeQuarters(Part part, Pxl8u* p, Pxl8u* q, U8<1> a) { storeTwoParts<4>(part, p, q, a); }
 
 PXL_INLINE U8<1> loadHalves(Part part, const Pxl8u* p, const Pxl8u* q) {
-    Pxl8u bytes[16] = {};
-    __builtin_memcpy(bytes, p, static_cast<size_t>(part.count));
-    __builtin_memcpy(bytes + 8, q, static_cast<size_t>(part.count));
-    return load(Blocks<1>{}, bytes);
+    return {_mm_unpacklo_epi64(loadFirstBytes(p, part.count), loadFirstBytes(q, part.count))};
 }
 
 // ---- six samples a block: the lower 12 bytes of block i to the samples from p + 6 * i on
@@ -256,14 +250,10 @@ PXL_INLINE I16<4> loadQuarterTwice(Blocks<4>, const Pxl8u* p) {
 #endif
 // The samples of the part's pixels, a last one with fewer pixels included.
 PXL_INLINE I16<1> loadHalf(Part part, const Pxl8u* p) {
-    Pxl8u samples[8] = {};
-    __builtin_memcpy(samples, p, static_cast<size_t>((part.count + 1) / 2));
-    return loadHalf(Blocks<1>{}, samples);
+    return {_mm_cvtepu8_epi16(loadFirstBytes(p, (part.count + 1) / 2))};
 }
 PXL_INLINE I16<1> loadQuarterTwice(Part part, const Pxl8u* p) {
-    Pxl8u samples[4] = {};
-    __builtin_memcpy(samples, p, static_cast<size_t>((part.count + 3) / 4));
-    return loadQuarterTwice(Blocks<1>{}, samples);
+    return twice(I32<1>{_mm_cvtepu8_epi32(loadFirstBytes(p, (part.count + 3) / 4))});
 }
 
 // ---- pixels of k vectors: block i of the r-th vector holds the 16 bytes from p + 16 * (k * i + r)

@@ -114,24 +114,24 @@ PXL_INLINE void storeSeparated(How how, Pxl8u* p, Pxl8u* q, U8<How::kN> pairs) {
 // ---- part of a block, `count` pairs (of loadPairs2 and storePairs2, pairs of pairs): through a buffer
 
 PXL_INLINE Pairs<1> loadPairs(Part part, const Pxl8u* p) {
-    Pxl8u bytes[32] = {};
-    __builtin_memcpy(bytes, p, 2 * static_cast<size_t>(part.count));
+    Pxl8u bytes[32];
+    takeFirst(bytes, p, 2 * part.count);
     return loadPairs(Blocks<1>{}, bytes);
 }
 PXL_INLINE void storePairs(Part part, Pxl8u* p, Pairs<1> a) {
     Pxl8u bytes[32];
     storePairs(Blocks<1>{}, bytes, a);
-    __builtin_memcpy(p, bytes, 2 * static_cast<size_t>(part.count));
+    giveFirst(p, bytes, 2 * part.count);
 }
 PXL_INLINE Channels2<Pairs<1>> loadPairs2(Part part, const Pxl8u* p) {
-    Pxl8u bytes[64] = {};
-    __builtin_memcpy(bytes, p, 4 * static_cast<size_t>(part.count));
+    Pxl8u bytes[64];
+    takeFirst(bytes, p, 4 * part.count);
     return loadPairs2(Blocks<1>{}, bytes);
 }
 PXL_INLINE void storePairs2(Part part, Pxl8u* p, Channels2<Pairs<1>> a) {
     Pxl8u bytes[64];
     storePairs2(Blocks<1>{}, bytes, a);
-    __builtin_memcpy(p, bytes, 4 * static_cast<size_t>(part.count));
+    giveFirst(p, bytes, 4 * part.count);
 }
 
 PXL_END_TARGET

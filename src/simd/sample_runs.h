@@ -92,8 +92,8 @@ PXL_INLINE void storeRunKeep4th(Blocks<N> all, Pxl16s* p, Parts<I32<N>, 4> a) {
 
 template <class E>
 PXL_INLINE Parts<F32<1>, 4> loadRun(Part part, const E* p) {
-    E samples[16] = {};
-    __builtin_memcpy(samples, p, sizeof(E) * static_cast<size_t>(part.count));
+    E samples[16];
+    takeFirst(samples, p, part.count);
     return loadRun(Blocks<1>{}, samples);
 }
 
@@ -101,7 +101,7 @@ template <class E>
 PXL_INLINE void storeRun(Part part, E* p, Parts<I32<1>, 4> a) {
     E samples[16];
     storeRun(Blocks<1>{}, samples, a);
-    __builtin_memcpy(p, samples, sizeof(E) * static_cast<size_t>(part.count));
+    giveFirst(p, samples, part.count);
 }
 
 template <class E>
