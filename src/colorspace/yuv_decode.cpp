@@ -63,18 +63,19 @@ PxlStatus pxliYUV422ToRGB_8u_C2C3R(const Pxl8u* pSrc, int srcStep, Pxl8u* pDst, 
 
 PxlStatus pxliYUV422ToRGB_8u_P3C3R(const Pxl8u* pSrc[3], int srcStep[3], Pxl8u* pDst, int dstStep, PxlSize roiSize) {
     if (const PxlStatus bad = firstBad(notNull(pSrc, pDst), atLeast(roiSize, 1, 1), noNullIn<3>(pSrc))) return bad;
-    return eachRow(roiSize, kernels().from422ToC3, planes<3>(pSrc, srcStep), view(pDst, dstStep));
+    return eachRunOfGroups<2>(roiSize, kernels().from422ToC3, subsampled<2>(pSrc, srcStep), packed<3>(pDst, dstStep));
 }
 
 PxlStatus pxliYUV422ToRGB_8u_P3R(const Pxl8u* pSrc[3], int srcStep[3], Pxl8u* pDst[3], int dstStep, PxlSize roiSize) {
     if (const PxlStatus bad = firstBad(notNull(pSrc, pDst), atLeast(roiSize, 1, 1), noNullIn<3>(pSrc, pDst)))
         return bad;
-    return eachRow(roiSize, kernels().from422ToPlanes, planes<3>(pSrc, srcStep), planes<3>(pDst, dstStep));
+    return eachRunOfGroups<2>(roiSize, kernels().from422ToPlanes, subsampled<2>(pSrc, srcStep),
+                              planes<3>(pDst, dstStep));
 }
 
 PxlStatus pxliYUV422ToRGB_8u_P3AC4R(const Pxl8u* pSrc[3], int srcStep[3], Pxl8u* pDst, int dstStep, PxlSize roiSize) {
     if (const PxlStatus bad = firstBad(notNull(pSrc, pDst), atLeast(roiSize, 1, 1), noNullIn<3>(pSrc))) return bad;
-    return eachRow(roiSize, kernels().from422ToAC4, planes<3>(pSrc, srcStep), view(pDst, dstStep));
+    return eachRunOfGroups<2>(roiSize, kernels().from422ToAC4, subsampled<2>(pSrc, srcStep), packed<4>(pDst, dstStep));
 }
 
 PxlStatus pxliYUV422ToRGB_8u_P3C3(const Pxl8u* pSrc[3], Pxl8u* pDst, PxlSize imgSize) {

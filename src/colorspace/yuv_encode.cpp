@@ -62,13 +62,13 @@ PxlStatus pxliRGBToYUV422_8u_C3C2R(const Pxl8u* pSrc, int srcStep, Pxl8u* pDst, 
 
 PxlStatus pxliRGBToYUV422_8u_C3P3R(const Pxl8u* pSrc, int srcStep, Pxl8u* pDst[3], int dstStep[3], PxlSize roiSize) {
     if (const PxlStatus bad = firstBad(notNull(pSrc, pDst), atLeast(roiSize, 1, 1), noNullIn<3>(pDst))) return bad;
-    return eachRow(roiSize, kernels().c3To422, view(pSrc, srcStep), planes<3>(pDst, dstStep));
+    return eachRunOfGroups<2>(roiSize, kernels().c3To422, packed<3>(pSrc, srcStep), subsampled<2>(pDst, dstStep));
 }
 
 PxlStatus pxliRGBToYUV422_8u_P3R(const Pxl8u* pSrc[3], int srcStep, Pxl8u* pDst[3], int dstStep[3], PxlSize roiSize) {
     if (const PxlStatus bad = firstBad(notNull(pSrc, pDst), atLeast(roiSize, 1, 1), noNullIn<3>(pSrc, pDst)))
         return bad;
-    return eachRow(roiSize, kernels().planesTo422, planes<3>(pSrc, srcStep), planes<3>(pDst, dstStep));
+    return eachRunOfGroups<2>(roiSize, kernels().planesTo422, planes<3>(pSrc, srcStep), subsampled<2>(pDst, dstStep));
 }
 
 PxlStatus pxliRGBToYUV422_8u_C3P3(const Pxl8u* pSrc, Pxl8u* pDst[3], PxlSize imgSize) {

@@ -17,9 +17,10 @@ template <class T>
 struct View {
     T* first;
     Index step;
-    int channels = 0;  // samples a pixel, where that is known
+    int channels = 0;  // samples for so many pixels, where that is known
+    int pixels = 1;
     T* row(Index y) const { return offsetBytes(first, y * step); }
-    bool gapless(Index width) const { return channels > 0 && step == channels * Index{sizeof(T)} * width; }
+    bool gapless(Index width) const { return channels > 0 && pixels * step == channels * Index{sizeof(T)} * width; }
 };
 
 template <class T, int kPlanes>
@@ -100,6 +101,18 @@ PlanarView<T, kPlanes> planes(T* const* p, const Step* steps) {
     PlanarView<T, kPlanes> view;
     for (int i = 0; i < kPlanes; ++i) view.plane[i] = {p[i], steps[i], 1};
     return view;
+}
+
+// Two planes of chroma, of which kPixels pixels of a row share a sample.
+template <int kPixels, class T>
+PlanarView<T, 2> chromaPlanes(T* const* p, const int* steps) {
+    return {{{p[0], steps[0], 1, kPixels}, {p[1], steps[1], 1, kPixels}}};
+}
+
+// The same behind one of luma.
+template <int kPixels, class T>
+PlanarView<T, 3> subsampled(T* const* p, const int* steps) {
+    return {{{p[0], steps[0], 1}, {p[1], steps[1], 1, kPixels}, {p[2], steps[2], 1, kPixels}}};
 }
 
 template <class T>

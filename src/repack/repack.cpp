@@ -178,8 +178,9 @@ PxlStatus repack(const From& from, const Rule& rule, const To& to, PxlSize size)
     copyLuma(from, to, size, rule);
     const int rows = size.height / rule.rows;
     const PxlSize chroma = {size.width / rule.columns, rule.down == Resampling::twice ? 2 * rows : rows};
-    const bool dense = rule.across == Resampling::copy && rule.down == Resampling::copy &&
-                       chromaIsDense(from.chroma, chroma.width) && chromaIsDense(to.chroma, chroma.width);
+    const int taken = rule.across == kFirst ? 2 * chroma.width : chroma.width;
+    const int given = rule.across == kTwice ? 2 * chroma.width : chroma.width;
+    const bool dense = rule.down == kCopy && chromaIsDense(from.chroma, taken) && chromaIsDense(to.chroma, given);
     return eachRun(dense, chroma, chromaKernels(from.chroma, to.chroma)[rule.across],
                    ResampledRows{from.chroma, rule.down}, to.chroma);
 }

@@ -56,9 +56,9 @@ struct Rows {
     template <class Form, class How>
     PXL_INLINE void decode(How how, Index x) const {
         const auto terms = termsOf<Form>(chroma.load(how, x));
-        for (int i = 0; i < kRows; ++i) {
-            dst[i].store(how, x, PXL_TARGET::decode<Form>(load(how, luma[i] + x), terms));
-        }
+        // no loop: the compiler would keep the pointers in memory
+        dst[0].store(how, x, PXL_TARGET::decode<Form>(load(how, luma[0] + x), terms));
+        if constexpr (kRows == 2) dst[1].store(how, x, PXL_TARGET::decode<Form>(load(how, luma[1] + x), terms));
     }
 };
 

@@ -148,11 +148,13 @@ PxlStatus pxliYCrCb420ToBGR_Filter_8u_P3C4R(const Pxl8u* pSrc[3], int srcStep[3]
 
 PxlStatus pxliYCbCr411ToBGR_8u_P3C3R(const Pxl8u* pSrc[3], int srcStep[3], Pxl8u* pDst, int dstStep, PxlSize roiSize) {
     if (const PxlStatus bad = firstBad(notNull(pSrc, pDst), noNullIn<3>(pSrc), atLeast(roiSize, 4, 1))) return bad;
-    return eachRow(roiSize, kernels().ycbcr411ToBgrP3C3, planes<3>(pSrc, srcStep), view(pDst, dstStep));
+    return eachRunOfGroups<4>(roiSize, kernels().ycbcr411ToBgrP3C3, subsampled<4>(pSrc, srcStep),
+                              packed<3>(pDst, dstStep));
 }
 
 PxlStatus pxliYCbCr411ToBGR_8u_P3C4R(const Pxl8u* pSrc[3], int srcStep[3], Pxl8u* pDst, int dstStep, PxlSize roiSize,
                                      Pxl8u aval) {
     if (const PxlStatus bad = firstBad(notNull(pSrc, pDst), noNullIn<3>(pSrc), atLeast(roiSize, 4, 1))) return bad;
-    return eachRow(roiSize, kernels().ycbcr411ToBgrP3C4, planes<3>(pSrc, srcStep), view(pDst, dstStep), same(aval));
+    return eachRunOfGroups<4>(roiSize, kernels().ycbcr411ToBgrP3C4, subsampled<4>(pSrc, srcStep),
+                              packed<4>(pDst, dstStep), same(aval));
 }

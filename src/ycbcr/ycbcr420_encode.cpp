@@ -42,10 +42,11 @@ PxlStatus toSemiPlanar(Kernels::ToSemiPlanar kernel, const Pxl8u* pSrc, int srcS
     return to420(kernel, pSrc, srcStep, pDstY, dstYStep, view(pDstCbCr, dstCbCrStep), roiSize);
 }
 
+template <int kChannels>
 PxlStatus to411(Kernels::To411 kernel, const Pxl8u* pSrc, int srcStep, Pxl8u* const pDst[3], const int dstStep[3],
                 PxlSize roiSize) {
-    eachRow({roiSize.width & ~3, roiSize.height}, kernel, view(pSrc, srcStep), view(pDst[0], dstStep[0]),
-            planes<2>(pDst + 1, dstStep + 1));
+    eachRunOfGroups<16>({roiSize.width & ~3, roiSize.height}, kernel, packed<kChannels>(pSrc, srcStep),
+                        packed<1>(pDst[0], dstStep[0]), chromaPlanes<4>(pDst + 1, dstStep + 1));
     return (roiSize.width & 3) != 0 ? pxlStatusOddSize : pxlStatusOk;
 }
 
@@ -149,10 +150,10 @@ PxlStatus pxliBGRToYCrCb420_709CSC_8u_AC4P3R(const Pxl8u* pSrc, int srcStep, Pxl
 
 PxlStatus pxliBGRToYCbCr411_8u_C3P3R(const Pxl8u* pSrc, int srcStep, Pxl8u* pDst[3], int dstStep[3], PxlSize roiSize) {
     if (const PxlStatus bad = firstBad(notNull(pSrc, pDst), noNullIn<3>(pDst), atLeast(roiSize, 4, 1))) return bad;
-    return to411(kernels().bgrC3To411, pSrc, srcStep, pDst, dstStep, roiSize);
+    return to411<3>(kernels().bgrC3To411, pSrc, srcStep, pDst, dstStep, roiSize);
 }
 
 PxlStatus pxliBGRToYCbCr411_8u_AC4P3R(const Pxl8u* pSrc, int srcStep, Pxl8u* pDst[3], int dstStep[3], PxlSize roiSize) {
     if (const PxlStatus bad = firstBad(notNull(pSrc, pDst), noNullIn<3>(pDst), atLeast(roiSize, 4, 1))) return bad;
-    return to411(kernels().bgrAC4To411, pSrc, srcStep, pDst, dstStep, roiSize);
+    return to411<4>(kernels().bgrAC4To411, pSrc, srcStep, pDst, dstStep, roiSize);
 }

@@ -19,7 +19,8 @@ const Kernels& kernels() {
 // The last pixel of an odd width has no chroma of its own and is left out.
 PxlStatus fromPlanes(Kernels::FromPlanes kernel, const Pxl8u* pSrc[3], const int srcStep[3], Pxl8u* pDst, int dstStep,
                      PxlSize roiSize) {
-    return eachRow(PxlSize{roiSize.width & ~1, roiSize.height}, kernel, planes<3>(pSrc, srcStep), view(pDst, dstStep));
+    return eachRunOfGroups<16>({roiSize.width & ~1, roiSize.height}, kernel, subsampled<2>(pSrc, srcStep),
+                               packed<3>(pDst, dstStep));
 }
 
 }  // namespace

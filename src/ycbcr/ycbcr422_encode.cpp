@@ -23,7 +23,7 @@ PxlStatus pxliRGBToYCbCr422_8u_C3C2R(const Pxl8u* pSrc, int srcStep, Pxl8u* pDst
 
 PxlStatus pxliRGBToYCbCr422_8u_C3P3R(const Pxl8u* pSrc, int srcStep, Pxl8u* pDst[3], int dstStep[3], PxlSize roiSize) {
     if (const PxlStatus bad = firstBad(notNull(pSrc, pDst), noNullIn<3>(pDst), atLeast(roiSize, 2, 1))) return bad;
-    return eachRow(roiSize, kernels().rgbC3P3, view(pSrc, srcStep), planes<3>(pDst, dstStep));
+    return eachRunOfGroups<16>(roiSize, kernels().rgbC3P3, packed<3>(pSrc, srcStep), subsampled<2>(pDst, dstStep));
 }
 
 PxlStatus pxliRGBToYCbCr422_8u_P3C2R(const Pxl8u* pSrc[3], int srcStep, Pxl8u* pDst, int dstStep, PxlSize roiSize) {
@@ -53,12 +53,12 @@ PxlStatus pxliBGRToYCbCr422_8u_AC4C2R(const Pxl8u* pSrc, int srcStep, Pxl8u* pDs
 
 PxlStatus pxliBGRToYCbCr422_8u_C3P3R(const Pxl8u* pSrc, int srcStep, Pxl8u* pDst[3], int dstStep[3], PxlSize roiSize) {
     if (const PxlStatus bad = firstBad(notNull(pSrc, pDst), noNullIn<3>(pDst), atLeast(roiSize, 2, 1))) return bad;
-    return eachRow(roiSize, kernels().bgrC3P3, view(pSrc, srcStep), planes<3>(pDst, dstStep));
+    return eachRunOfGroups<16>(roiSize, kernels().bgrC3P3, packed<3>(pSrc, srcStep), subsampled<2>(pDst, dstStep));
 }
 
 PxlStatus pxliBGRToYCbCr422_8u_AC4P3R(const Pxl8u* pSrc, int srcStep, Pxl8u* pDst[3], int dstStep[3], PxlSize roiSize) {
     if (const PxlStatus bad = firstBad(notNull(pSrc, pDst), noNullIn<3>(pDst), atLeast(roiSize, 2, 1))) return bad;
-    return eachRow(roiSize, kernels().bgrAC4P3, view(pSrc, srcStep), planes<3>(pDst, dstStep));
+    return eachRunOfGroups<16>(roiSize, kernels().bgrAC4P3, packed<4>(pSrc, srcStep), subsampled<2>(pDst, dstStep));
 }
 
 PxlStatus pxliRGBToCbYCr422_8u_C3C2R(const Pxl8u* pSrc, int srcStep, Pxl8u* pDst, int dstStep, PxlSize roiSize) {

@@ -7,6 +7,7 @@
 #include <cctype>
 #include <cstring>
 #include <iterator>
+#include <span>
 #include <utility>
 
 #include "support/call.h"
@@ -101,44 +102,81 @@ TEST_P(Sweep, smallestSize) {
     }
 }
 
+// An image of a call whose planes are all moved together: those with one step.
+struct StepGroup {
+    std::vector<catalog::PlaneRef> catalog::Arguments::*image;
+    std::size_t begin, end;
+};
+
+std::vector<StepGroup> stepGroups(const catalog::Export& function) {
+    std::vector<StepGroup> groups;
+    const auto add = [&](auto image, const catalog::ImageShape& shape) {
+        const bool together = shape.planeArray && !shape.stepArray;
+        const std::size_t planes = shape.planes.size(), size = together ? planes : 1;
+        for (std::size_t i = 0; i < planes; i += size) groups.push_back({image, i, i + size});
+    };
+    if (!function.inPlace) add(&catalog::Arguments::source, function.source);
+    add(&catalog::Arguments::destination, function.destination);
+    return groups;
+}
+
 // Rows that lie a gigabyte apart: offsets are counted in 64 bits. And what they give is what rows without gaps give,
-// also where those are whole groups and so may be taken as one.
+// also where those are whole groups and so may be taken as one; in one plane as well as in all.
 TEST_P(Sweep, hugeSteps) {
     constexpr int kStep = 1 << 30, kHeight = 5, kMost = 8;  // rows
     constexpr std::size_t kPlaneBytes = 1 << 14, kBytes = std::size_t{kMost} * kStep;
     void* memory = mmap(nullptr, kBytes, PROT_READ | PROT_WRITE, MAP_PRIVATE | MAP_ANONYMOUS | MAP_NORESERVE, -1, 0);
     if (memory == MAP_FAILED) GTEST_SKIP() << "no address space for " << kBytes << " bytes";
-    const auto check = [&](const catalog::Export& function, int width) {
-        Random random(4);
+    const auto check = [&](const catalog::Export& function, int width, std::uint64_t seed) {
+        Random random(seed);
         const PxlSize size = function.fitting({width, std::max(kHeight, function.minimumHeight)});
         Call call(function, size, {}, {}, random);
-        catalog::Arguments far = call.arguments;
-        auto* next = static_cast<std::byte*>(memory);
-        const auto eachRow = [&](const auto& planes, const auto& shapes, const auto& farPlanes, auto action) {
+        const auto eachRow = [&](const auto& planes, const auto& shapes, const auto& action) {
             for (std::size_t i = 0; i < planes.size(); ++i) {
                 for (std::int64_t y = 0; y < shapes[i].rows(size.height); ++y) {
                     action(static_cast<std::byte*>(planes[i].first) + y * planes[i].step,
-                           static_cast<std::byte*>(farPlanes[i].first) + y * farPlanes[i].step,
                            static_cast<std::size_t>(shapes[i].rowBytes(size.width)));
                 }
             }
         };
-        for (auto* planes : {&far.source, &far.destination}) {
-            for (catalog::PlaneRef& plane : *planes) plane = {std::exchange(next, next + kPlaneBytes), kStep};
-        }
-        const auto copy = [](std::byte* from, std::byte* to, std::size_t bytes) { std::memcpy(to, from, bytes); };
-        eachRow(call.arguments.source, function.source.planes, far.source, copy);
-        eachRow(call.arguments.destination, function.destination.planes, far.destination, copy);
+        const auto rowsOf = [&](const auto& planes, const auto& shapes) {
+            Image::Bytes bytes;
+            eachRow(planes, shapes, [&](auto* row, auto count) { bytes.insert(bytes.end(), row, row + count); });
+            return bytes;
+        };
+        const auto putRows = [&](const auto& planes, const auto& shapes, const Image::Bytes& bytes) {
+            const std::byte* next = bytes.data();
+            eachRow(planes, shapes,
+                    [&](auto* row, auto count) { std::memcpy(row, std::exchange(next, next + count), count); });
+        };
+        const auto &sourceShapes = function.source.planes, &destinationShapes = function.destination.planes;
+        const Image::Bytes source = rowsOf(call.arguments.source, sourceShapes);
+        const Image::Bytes before = rowsOf(call.arguments.destination, destinationShapes);
         const PxlStatus status = call.run();
-        EXPECT_EQ(invoke(function, far), status) << function.name;
-        bool same = true;
-        eachRow(call.arguments.destination, function.destination.planes, far.destination,
-                [&](auto* a, auto* b, std::size_t bytes) { same = same && std::memcmp(a, b, bytes) == 0; });
-        EXPECT_TRUE(same) << function.name;
+        const Image::Bytes after = rowsOf(call.arguments.destination, destinationShapes);
+        const auto checkFar = [&](std::span<const StepGroup> groups) {
+            catalog::Arguments far = call.arguments;
+            auto* next = static_cast<std::byte*>(memory);
+            for (const StepGroup& group : groups) {
+                for (std::size_t i = group.begin; i < group.end; ++i) {
+                    (far.*group.image)[i] = {std::exchange(next, next + kPlaneBytes), kStep};
+                }
+            }
+            putRows(far.source, sourceShapes, source);
+            putRows(far.destination, destinationShapes, before);
+            EXPECT_EQ(invoke(function, far), status) << function.name;
+            EXPECT_TRUE(rowsOf(far.destination, destinationShapes) == after)
+                << function.name << " of " << width << " columns";
+        };
+        const std::vector<StepGroup> groups = stepGroups(function);
+        checkFar(groups);
+        for (const StepGroup& group : groups) checkFar({&group, 1});
     };
     for (const catalog::Export& function : functions()) {
         if (function.source.dense || function.destination.dense) continue;
-        for (const int width : {37, 44, 46, 48}) check(function, width);
+        for (const int width : {36, 37, 44, 46, 48}) {
+            for (int seed = 0; seed < 10; ++seed) check(function, width, static_cast<std::uint64_t>(seed));
+        }
     }
     munmap(memory, kBytes);
 }
