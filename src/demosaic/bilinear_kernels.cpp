@@ -35,7 +35,7 @@ PXL_INLINE void convertRow(FiveRows<T> src, Pixels pixels, Index width, bool gre
 }
 
 template <class T, GreenFrom kFrom>
-void bilinearRow(FiveRows<T> src, T* dst, Index width, BayerRow colours) {
+void bilinearRow(const FiveRows<T>& src, T* dst, Index width, BayerRow colours) {
     if (colours.red) {
         convertRow<T, kFrom>(src, PackedC3{dst}, width, colours.greenFirst);
     } else {

@@ -11,7 +11,7 @@ enum class GreenFrom { smallerGradient, leftAndRight, allFour };
 // Converts `width` pixels to R, G, B. Reads a pixel to the left and right of them in the rows 1 to 3, and for the
 // smaller gradient two to the left and right in row 2 and the rows 0 and 4.
 template <class T>
-using BilinearRow = void (*)(FiveRows<T> src, T* dst, Index width, BayerRow colours);
+using BilinearRow = void (*)(const FiveRows<T>& src, T* dst, Index width, BayerRow colours);
 
 template <class T>
 struct BilinearRows {
