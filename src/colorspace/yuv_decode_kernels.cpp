@@ -85,7 +85,7 @@ void from420ToBgrC3(RowPair<const Pxl8u> luma, ConstRow2 chroma, RowPair<Pxl8u> 
     decode420(luma, chroma, Reversed{PackedC3{dst.upper}}, Reversed{PackedC3{dst.lower}}, width);
 }
 
-void from420ToPlanes(RowPair<const Pxl8u> luma, ConstRow2 chroma, RowPairOf<Pxl8u, 3> dst, Index width) {
+void from420ToPlanes(RowPair<const Pxl8u> luma, ConstRow2 chroma, const RowPairOf<Pxl8u, 3>& dst, Index width) {
     decode420(luma, chroma, Planar3{dst.upper}, Planar3{dst.lower}, width);
 }
 

@@ -11,8 +11,8 @@ struct YuvDecodeKernels {
     using FromPlanes = void (*)(RowOf<const Pxl8u, 3> src, Pxl8u* dst, Index width);
     using PlanesToPlanes = void (*)(RowOf<const Pxl8u, 3> src, RowOf<Pxl8u, 3> dst, Index width);
     using From420 = void (*)(RowPair<const Pxl8u> luma, RowOf<const Pxl8u, 2> chroma, RowPair<Pxl8u> dst, Index width);
-    using From420ToPlanes = void (*)(RowPair<const Pxl8u> luma, RowOf<const Pxl8u, 2> chroma, RowPairOf<Pxl8u, 3> dst,
-                                     Index width);
+    using From420ToPlanes = void (*)(RowPair<const Pxl8u> luma, RowOf<const Pxl8u, 2> chroma,
+                                     const RowPairOf<Pxl8u, 3>& dst, Index width);
 
     Interleaved c3;
     Interleaved ac4;

@@ -143,7 +143,7 @@ void c3To420(RowPair<const Pxl8u> src, RowPair<Pxl8u> luma, Row2 chroma, Index w
     encode420<CutLuma<kLumaQ14>>(PackedC3{src.upper}, PackedC3{src.lower}, luma, chroma, width);
 }
 
-void planesTo420(RowPairOf<const Pxl8u, 3> src, RowPair<Pxl8u> luma, Row2 chroma, Index width) {
+void planesTo420(const RowPairOf<const Pxl8u, 3>& src, RowPair<Pxl8u> luma, Row2 chroma, Index width) {
     encode420<CutLuma<kLumaQ14Truncating>>(Planar3{src.upper}, Planar3{src.lower}, luma, chroma, width);
 }
 

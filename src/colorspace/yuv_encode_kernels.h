@@ -12,7 +12,7 @@ struct YuvEncodeKernels {
     using ToPlanesAlpha = void (*)(const Pxl8u* src, RowOf<Pxl8u, 4> dst, Index width);
     using PlanesToPlanes = void (*)(RowOf<const Pxl8u, 3> src, RowOf<Pxl8u, 3> dst, Index width);
     using PairTo420 = void (*)(RowPair<const Pxl8u> src, RowPair<Pxl8u> luma, RowOf<Pxl8u, 2> chroma, Index width);
-    using PlanesPairTo420 = void (*)(RowPairOf<const Pxl8u, 3> src, RowPair<Pxl8u> luma, RowOf<Pxl8u, 2> chroma,
+    using PlanesPairTo420 = void (*)(const RowPairOf<const Pxl8u, 3>& src, RowPair<Pxl8u> luma, RowOf<Pxl8u, 2> chroma,
                                      Index width);
 
     Interleaved c3;

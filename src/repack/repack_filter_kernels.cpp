@@ -36,7 +36,7 @@ void blendPack(const Pxl8u* luma, Planes near, Planes far, Pxl8u* dst, Index n) 
 
 template <Packing k, class Form>
 void unpackBlend(const Pxl8u* near, const Pxl8u* far, Pxl8u* lumaNear, Pxl8u* lumaFar, PlanesOut dst, Index n) {
-    eachGroupToEnd<16>(n, [&](auto how, Index j) PXL_BODY {
+    eachSampleToEnd(n, [&](auto how, Index j) PXL_BODY {
         const auto a = loadPairs2(how, near + 4 * j), b = loadPairs2(how, far + 4 * j);
         storePairs(how, lumaNear + 2 * j, lumaOf<k>(a));
         storePairs(how, lumaFar + 2 * j, lumaOf<k>(b));
@@ -68,7 +68,7 @@ template <int kRun, class Body>
 PXL_INLINE void eachRunAndRest(Index n, const Body& body) {
     const Index whole = n / kRun * kRun;
     eachGroup<16>(whole, [&](auto how, Index j) PXL_BODY { body(MeanUp{}, how, j); });
-    eachGroupAndPart<16>(n - whole, [&](auto how, Index j) PXL_BODY { body(MeanDown{}, how, whole + j); });
+    eachSampleToEnd(n - whole, [&](auto how, Index j) PXL_BODY { body(MeanDown{}, how, whole + j); });
 }
 
 void meanOfEverySecond(Planes upper, Planes lower, PlanesOut dst, Index n) {
@@ -84,28 +84,32 @@ void meanTwice(Planes upper, Planes lower, PlanesOut dst, Index n) {
     });
 }
 
-template <int N>
-PXL_INLINE int samplesOf(Blocks<N>) {
-    return 16 * N;
-}
-PXL_INLINE int samplesOf(Part part) { return part.count; }
+// Sample j + 1 and so on of a row of n, whose last sample follows itself; `own` are those from j on.
+alignas(16) constexpr Bytes16 kFollowing = {{1, 2, 3, 4, 5, 6, 7, 8, 9, 10, 11, 12, 13, 14, 15, 16}};
 
-// Sample j + 1 and so on of a row of n, whose last sample follows itself.
-template <class How>
-PXL_INLINE U8<How::kN> loadNext(How how, const Pxl8u* row, Index j, Index n) {
-    const int count = samplesOf(how);
-    if (j + count < n) return load(how, row + j + 1);
-    Pxl8u samples[16 * How::kN + 1];
-    store(how, samples, load(how, row + j));
-    samples[count] = row[n - 1];
+PXL_INLINE U8<1> followedByLast(U8<1> own, int count) {
+    return pick(own, minimum(pattern<1>(kFollowing), fill<U8<1>>(count - 1)));
+}
+
+template <int N>
+PXL_INLINE U8<N> loadNext(Blocks<N> how, const Pxl8u* row, Index j, Index n, U8<N> own) {
+    constexpr int kCount = 16 * N;
+    if (j + kCount < n) return load(how, row + j + 1);
+    if constexpr (N == 1) return followedByLast(own, kCount);
+    Pxl8u samples[kCount + 1];
+    store(how, samples, own);
+    samples[kCount] = row[n - 1];
     return load(how, samples + 1);
+}
+PXL_INLINE U8<1> loadNext(Part part, const Pxl8u* row, Index j, Index n, U8<1> own) {
+    return j + part.count < n ? load(part, row + j + 1) : followedByLast(own, part.count);
 }
 
 void doubled(const Pxl8u* upper, const Pxl8u* lower, Pxl8u* even, Pxl8u* odd, Index n) {
     eachRunAndRest<16>(n, [&]<class Mean>(Mean, auto how, Index j) PXL_BODY {
         const auto withMeans = [&](const Pxl8u* row) {
             const auto own = load(how, row + j);
-            return interleave(Channels2{own, Mean::of(own, loadNext(how, row, j, n))});
+            return interleave(Channels2{own, Mean::of(own, loadNext(how, row, j, n, own))});
         };
         const auto above = withMeans(upper);
         storePairs(how, even + 2 * j, above);

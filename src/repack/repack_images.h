@@ -1,9 +1,8 @@
 // Images of YCbCr in their layouts, as the exported functions get them: luma and chroma as views, Cb before Cr.
 #pragma once
 
-#include <cstring>
-
 #include "frame/checks.h"
+#include "frame/copy.h"
 #include "frame/views.h"
 
 namespace pxl {
@@ -60,7 +59,7 @@ PackedImage<T> cbYCrY(T* p, int step) {
 
 // The samples of both chroma planes as they are; a kernel like those of other layouts.
 inline void copyPlanes(RowOf<const Pxl8u, 2> src, RowOf<Pxl8u, 2> dst, Index samples) {
-    for (int i = 0; i < 2; ++i) std::memcpy(dst.plane[i], src.plane[i], static_cast<std::size_t>(samples));
+    for (int i = 0; i < 2; ++i) copyRow(dst.plane[i], src.plane[i], samples);
 }
 
 }  // namespace pxl

@@ -11,7 +11,7 @@ using PlanesOut = Kernels::PlanesOut;
 
 template <Packing k>
 void luma(const Pxl8u* src, Pxl8u* dst, Index n) {
-    eachGroupToEnd<16>(
+    eachSampleToEnd(
         n, [&](auto how, Index j) PXL_BODY { storePairs(how, dst + 2 * j, lumaOf<k>(loadPairs2(how, src + 4 * j))); });
 }
 
@@ -32,7 +32,7 @@ void chroma(From src, To dst, Index n) {
 
 template <class Reader, class Writer, class From, class To>
 void split(From src, To upper, To lower, Index n) {
-    eachGroupToEnd<16>(n, [&](auto how, Index j) PXL_BODY {
+    eachSampleToEnd(n, [&](auto how, Index j) PXL_BODY {
         const auto samples = Reader{src}.loadEvenOdd(how, j);
         Writer{upper}.store(how, j, samples.even);
         Writer{lower}.store(how, j, samples.odd);
@@ -41,7 +41,7 @@ void split(From src, To upper, To lower, Index n) {
 
 template <class Reader, class Writer, class From, class To>
 void join(From upper, From lower, To dst, Index n) {
-    eachGroupToEnd<16>(n, [&](auto how, Index j) PXL_BODY {
+    eachSampleToEnd(n, [&](auto how, Index j) PXL_BODY {
         const auto even = asChannels2(Reader{upper}.load(how, j)), odd = asChannels2(Reader{lower}.load(how, j));
         Writer{dst}.storeEvenOdd(how, j, {even, odd});
     });

@@ -24,6 +24,27 @@ PXL_INLINE Channels2<U8<N>> asChannels2(Channels2<U8<N>> chroma) {
     return chroma;
 }
 
+// ---- groups of 16 samples, as the bodies of all kernels here get them
+
+// Rows of 8 to 15 or 4 to 7 samples as two pieces of 8 or 4, the second of which ends with the row: their size is a
+// constant, and chroma rows of small images have it.
+template <int kCount, class Body>
+PXL_INLINE void twoPieces(Index n, const Body& body) {
+    for (Index j = 0;; j = n - kCount) {
+        body(Part{kCount}, j);
+        if (j + kCount >= n) return;
+    }
+}
+
+// Bodies may convert a sample twice with the same result.
+template <class Body>
+PXL_INLINE void eachSampleToEnd(Index n, const Body& body) {
+    if (n >= 16) return eachGroupToEnd<16>(n, body);
+    if (n >= 8) return twoPieces<8>(n, body);
+    if (n >= 4) return twoPieces<4>(n, body);
+    if (n > 0) body(Part{static_cast<int>(n)}, 0);
+}
+
 // ---- every sample
 
 struct ReadPlanes {
@@ -166,7 +187,7 @@ PXL_INLINE Pairs<N> chromaOf(Channels2<Pairs<N>> px) {
 // Chroma to or from the writer, n pixel pairs.
 template <Packing k, class Writer>
 PXL_INLINE void unpackRow(const Pxl8u* src, Pxl8u* luma, Writer chroma, Index n) {
-    eachGroupToEnd<16>(n, [&](auto how, Index j) PXL_BODY {
+    eachSampleToEnd(n, [&](auto how, Index j) PXL_BODY {
         const auto px = loadPairs2(how, src + 4 * j);
         storePairs(how, luma + 2 * j, lumaOf<k>(px));
         chroma.store(how, j, chromaOf<k>(px));
@@ -175,7 +196,7 @@ PXL_INLINE void unpackRow(const Pxl8u* src, Pxl8u* luma, Writer chroma, Index n)
 
 template <Packing k, class Reader>
 PXL_INLINE void packRow(const Pxl8u* luma, Reader chroma, Pxl8u* dst, Index n) {
-    eachGroupToEnd<16>(n, [&](auto how, Index j) PXL_BODY {
+    eachSampleToEnd(n, [&](auto how, Index j) PXL_BODY {
         const auto y = loadPairs(how, luma + 2 * j), c = asPairs(chroma.load(how, j));
         if constexpr (k == Packing::lumaFirst) storePairs2(how, dst + 4 * j, Channels2{y, c});
         if constexpr (k == Packing::chromaFirst) storePairs2(how, dst + 4 * j, Channels2{c, y});
@@ -185,7 +206,7 @@ PXL_INLINE void packRow(const Pxl8u* luma, Reader chroma, Pxl8u* dst, Index n) {
 // Chroma alone, n samples of each channel.
 template <class Reader, class Writer>
 PXL_INLINE void chromaRow(Reader src, Writer dst, Index n) {
-    eachGroupToEnd<16>(n, [&](auto how, Index j) PXL_BODY { dst.store(how, j, src.load(how, j)); });
+    eachSampleToEnd(n, [&](auto how, Index j) PXL_BODY { dst.store(how, j, src.load(how, j)); });
 }
 
 PXL_END_TARGET
