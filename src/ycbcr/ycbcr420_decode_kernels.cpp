@@ -39,28 +39,34 @@ struct QuarterPlanes {
 };
 
 // An odd pixel takes the mean of its sample and the next one; the last pixel of a row, its own sample.
+alignas(16) constexpr Bytes16 kNextSamples = {{2, 3, 4, 5, 6, 7, 8, 9, 10, 11, 12, 13, 14, 15, 14, 15}};
+
 struct FilteredPlanes {
     Planes row;
     Index width;
     template <int N>
     PXL_INLINE static EvenOdd<I16<N>> filtered(Blocks<N> how, const Pxl8u* p, bool last) {
-        return last ? filtered(how, p, 8 * N) : filtered(how, p, p + 1);
+        const auto own = loadHalf(how, p);
+        if (!last) return withNext(own, loadHalf(how, p + 1));
+        if constexpr (N == 1) {
+            return withNext(own, as<I16<1>>(pick(as<U8<1>>(own), pattern<1>(kNextSamples))));
+        } else {
+            constexpr int kCount = 8 * N;
+            Pxl8u samples[kCount];
+            __builtin_memcpy(samples, p + 1, kCount - 1);
+            samples[kCount - 1] = p[kCount - 1];
+            return withNext(own, loadHalf(how, samples));
+        }
     }
     PXL_INLINE static EvenOdd<I16<1>> filtered(Part part, const Pxl8u* p, bool) {
-        return filtered(Blocks<1>{}, p, part.count / 2);
+        const auto own = loadHalf(part, p);
+        const int last = part.count - 2;  // byte, of two to a sample
+        const auto next = minimum(pattern<1>(kNextSamples), as<U8<1>>(fill<I16<1>>(256 * (last + 1) + last)));
+        return withNext(own, as<I16<1>>(pick(as<U8<1>>(own), next)));
     }
     template <int N>
-    PXL_INLINE static EvenOdd<I16<N>> filtered(Blocks<N> how, const Pxl8u* own, const Pxl8u* next) {
-        const auto samples = loadHalf(how, own);
-        return {samples, as<I16<N>>(average(as<U16<N>>(samples), as<U16<N>>(loadHalf(how, next))))};
-    }
-    // The last samples of a row.
-    template <int N>
-    PXL_INLINE static EvenOdd<I16<N>> filtered(Blocks<N> how, const Pxl8u* p, int count) {
-        Pxl8u samples[8 * N + 1] = {};
-        __builtin_memcpy(samples, p, static_cast<size_t>(count));
-        samples[count] = samples[count - 1];
-        return filtered(how, samples, samples + 1);
+    PXL_INLINE static EvenOdd<I16<N>> withNext(I16<N> own, I16<N> next) {
+        return {own, as<I16<N>>(average(as<U16<N>>(own), as<U16<N>>(next)))};
     }
     template <class How>
     PXL_INLINE auto load(How how, Index x) const {

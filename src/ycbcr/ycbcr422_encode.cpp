@@ -63,12 +63,14 @@ PxlStatus pxliBGRToYCbCr422_8u_AC4P3R(const Pxl8u* pSrc, int srcStep, Pxl8u* pDs
 
 PxlStatus pxliRGBToCbYCr422_8u_C3C2R(const Pxl8u* pSrc, int srcStep, Pxl8u* pDst, int dstStep, PxlSize roiSize) {
     if (const PxlStatus bad = firstBad(notNull(pSrc, pDst), atLeast(roiSize, 1, 1))) return bad;
-    return eachRow(roiSize, kernels().rgbC3ToCbycrFiltered, view(pSrc, srcStep), view(pDst, dstStep));
+    kernels().rgbC3ToCbycrFiltered(pSrc, srcStep, pDst, dstStep, roiSize);
+    return pxlStatusOk;
 }
 
 PxlStatus pxliRGBToCbYCr422Gamma_8u_C3C2R(const Pxl8u* pSrc, int srcStep, Pxl8u* pDst, int dstStep, PxlSize roiSize) {
     if (const PxlStatus bad = firstBad(notNull(pSrc, pDst), atLeast(roiSize, 1, 1))) return bad;
-    return eachRow(roiSize, kernels().rgbC3ToCbycrGamma, view(pSrc, srcStep), view(pDst, dstStep));
+    kernels().rgbC3ToCbycrGamma(pSrc, srcStep, pDst, dstStep, roiSize);
+    return pxlStatusOk;
 }
 
 PxlStatus pxliBGRToCbYCr422_8u_AC4C2R(const Pxl8u* pSrc, int srcStep, Pxl8u* pDst, int dstStep, PxlSize roiSize) {

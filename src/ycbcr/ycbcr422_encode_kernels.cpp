@@ -84,6 +84,7 @@ PXL_INLINE void encodeToCbycr(Pixels src, Pxl8u* dst, Index width) {
 // ---- chroma filtered along the row
 
 struct Unchanged {
+    PXL_INLINE static Pxl8u of(Pxl8u sample) { return sample; }
     template <int N>
     PXL_INLINE U8<N> operator()(U8<N> samples) const {
         return samples;
@@ -92,6 +93,7 @@ struct Unchanged {
 
 struct GammaCorrected {
     ByteTable table{kGammaForward8u};
+    PXL_INLINE static Pxl8u of(Pxl8u sample) { return kGammaForward8u[sample]; }
     template <int N>
     PXL_INLINE U8<N> operator()(U8<N> samples) const {
         return table[samples];
@@ -99,14 +101,19 @@ struct GammaCorrected {
 };
 
 // Pixels with their samples through a curve.
-template <class Curve, class Pixels>
+template <class Curve>
 struct Mapped {
     const Curve& curve;
-    Pixels pixels;
+    RgbC3 pixels;
     template <class How>
     PXL_INLINE auto load(How how, Index x) const {
         const auto px = pixels.load(how, x);
         return Channels3{curve(px.c0), curve(px.c1), curve(px.c2)};
+    }
+    // The pixel at x in every lane.
+    PXL_INLINE Rgb<U8<1>> everywhere(Index x) const {
+        const Pxl8u* p = pixels.row + 3 * x;
+        return {fill<U8<1>>(Curve::of(p[0])), fill<U8<1>>(Curve::of(p[1])), fill<U8<1>>(Curve::of(p[2]))};
     }
 };
 
@@ -133,19 +140,11 @@ PXL_INLINE I16<1> lastBlock(I16<N> a) {
     return as<I16<1>>(PXL_TARGET::lastBlock(as<U8<N>>(a)));
 }
 
-// The pixel at x in every lane.
-template <class Form, class Pixels>
-PXL_INLINE Rgb<U8<1>> loadEverywhere(Pixels src, Index x) {
-    const auto p = loadRgb(src, Part{1}, x);
-    const auto first = fill<U8<1>>(0);
-    return {pick(p.r, first), pick(p.g, first), pick(p.b, first)};
-}
-
 template <class Pixels>
 PXL_INLINE void encodeFiltered(Pixels src, Pxl8u* dst, Index width) {
     const PackedPairs<Order::kCbYCr> out = {dst};
     // the first pair of a row has no pixel before it and takes its own first one
-    Rgb<I16<1>> before = second(loadEverywhere<EncodeFiltered>(src, 0));
+    Rgb<I16<1>> before = second(src.everywhere(0));
     const Index x = eachGroup<16>(width, [&](auto how, Index at) PXL_BODY {
         const auto p = loadRgb(src, how, at);
         const auto seconds = second(p);
@@ -157,7 +156,7 @@ PXL_INLINE void encodeFiltered(Pixels src, Pxl8u* dst, Index width) {
     if (x < width / 2 * 2) {
         const Part part = {static_cast<int>(width / 2 * 2 - x)};
         const auto p = loadRgb(src, part, x);
-        const auto q = loadEverywhere<Reference>(src, x == 0 ? 0 : x - 1);
+        const auto q = src.everywhere(x == 0 ? 0 : x - 1);
         const Rgb<U8<1>> shifted = {straddle<15>(q.r, p.r), straddle<15>(q.g, p.g), straddle<15>(q.b, p.b)};
         out.store(part, x, Reference::luma(p), Reference::filteredChroma(shifted, p));
     }
@@ -191,9 +190,11 @@ void toCbycr(const Pxl8u* src, Pxl8u* dst, Index width) {
 }
 
 template <class Curve>
-void toCbycrFiltered(const Pxl8u* src, Pxl8u* dst, Index width) {
+void toCbycrFiltered(const Pxl8u* src, Index srcStep, Pxl8u* dst, Index dstStep, PxlSize size) {
     const Curve curve;
-    encodeFiltered(Mapped<Curve, RgbC3>{curve, RgbC3{src}}, dst, width);
+    for (Index y = 0; y < size.height; ++y) {
+        encodeFiltered(Mapped<Curve>{curve, RgbC3{src + y * srcStep}}, dst + y * dstStep, size.width);
+    }
 }
 
 }  // namespace

@@ -10,6 +10,8 @@ namespace pxl {
 struct Ycbcr422EncodeKernels {
     using Packed = void (*)(const Pxl8u* src, Pxl8u* dst, Index width);
     using FromPlanes = void (*)(RowOf<const Pxl8u, 3> src, Pxl8u* dst, Index width);
+    // All rows of an image, whose tables and constants serve them all.
+    using Image = void (*)(const Pxl8u* src, Index srcStep, Pxl8u* dst, Index dstStep, PxlSize size);
     using ToPlanes = void (*)(const Pxl8u* src, RowOf<Pxl8u, 3> dst, Index width);
 
     Packed rgbC3ToYcbcr;
@@ -21,8 +23,8 @@ struct Ycbcr422EncodeKernels {
     ToPlanes rgbC3P3;
     ToPlanes bgrC3P3;
     ToPlanes bgrAC4P3;
-    Packed rgbC3ToCbycrFiltered;
-    Packed rgbC3ToCbycrGamma;
+    Image rgbC3ToCbycrFiltered;
+    Image rgbC3ToCbycrGamma;
     Packed bgrAC4ToCbycr;
     Packed bgrC3ToCbycr709Hdtv;
     Packed bgrAC4ToCbycr709Hdtv;
