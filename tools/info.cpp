@@ -35,6 +35,7 @@ void info() {
     feature("AVX2", __builtin_cpu_supports("avx2"));
     feature("AVX-512BW", __builtin_cpu_supports("avx512bw"));
     feature("AVX-512VBMI", __builtin_cpu_supports("avx512vbmi"));
+    feature("AVX-512VNNI", __builtin_cpu_supports("avx512vnni"));
     static constexpr const char* kTargets[] = {"SSE4.2, 128 bits", "AVX2, 256 bits", "AVX-512, 512 bits"};
     std::cout << "\nkernels in use  " << kTargets[static_cast<int>(activeTarget())] << '\n';
 

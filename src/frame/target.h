@@ -3,8 +3,8 @@
 
 namespace pxl {
 
-// sse42: one 128-bit block a vector; avx2: two; avx512: four, on processors with the byte permutes (VBMI), which also
-// are those that run 512-bit vectors at full clock.
+// sse42: one 128-bit block a vector; avx2: two; avx512: four, on processors with the byte permutes (VBMI) and byte dot
+// products (VNNI), which also are those that run 512-bit vectors at full clock.
 enum class Target { sse42, avx2, avx512 };
 
 // Decided by the processor's feature bits alone, the same for the life of the program.

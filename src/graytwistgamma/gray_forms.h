@@ -2,7 +2,7 @@
 #pragma once
 
 #include "graytwistgamma/gray_kernels.h"
-#include "simd/operations.h"
+#include "simd/quads.h"
 
 PXL_BEGIN_TARGET
 
@@ -43,5 +43,47 @@ PXL_INLINE I32<N> grayOf(U8<N> px, GrayWeightsQ15 w) {
     if constexpr (!kWholes) return gray;
     return addWrap(gray, sum(w.of[0] >> 15, w.of[1] >> 15, w.of[2] >> 15));
 }
+
+// The same where the weights are small enough: each as 256 * upper + lower, two signed bytes.
+struct SplitWeights {
+    int upper[3], lower[3];
+    int sum;
+
+    explicit SplitWeights(GrayWeightsQ15 weights) : sum(0) {
+        for (int i = 0; i < 3; ++i) {
+            upper[i] = (weights.of[i] + 128) >> 8;
+            lower[i] = weights.of[i] - 256 * upper[i];
+            sum += weights.of[i];
+        }
+    }
+    // The upper bytes are signed ones and no gray is above 255.
+    bool areBytes() const { return upper[0] < 128 && upper[1] < 128 && upper[2] < 128 && 255 * sum + 16384 < 1 << 23; }
+    // All sums below fit into signed 16 bits, for any pixel; those of the upper bytes then do as well.
+    bool haveShortSums() const {
+        int above = 0, below = 0;
+        for (const int part : lower) (part > 0 ? above : below) += part;
+        return above <= 128 && below >= -128;
+    }
+};
+
+#if PXL_BLOCKS == 4
+// 32768 times the gray.
+template <int N>
+PXL_INLINE I32<N> gray32768Of(U8<N> px, const SplitWeights& w) {
+    const auto factors = [](const int(&of)[3]) { return fillQuads<N>(of[0], of[1], of[2], 0); };
+    const auto upper = addQuadProducts(fill<I32<N>>(16384 / 256), px, factors(w.upper));
+    return addQuadProducts(shiftLeft<8>(upper), px, factors(w.lower));
+}
+#else
+// floor((256 * upper + lower + 16384) / 32768) = floor((upper + floor(lower / 256) + 64) / 128)
+template <int N>
+PXL_INLINE I16<N> grayOf(U8<N> c01, U8<N> c2x, const SplitWeights& w) {
+    const auto sum = [&](const int(&of)[3]) {
+        return addWrap(pairSumsSat(c01, fillQuads<N>(of[0], of[1], of[0], of[1])),
+                       pairSumsSat(c2x, fillQuads<N>(of[2], 0, of[2], 0)));
+    };
+    return mulRound15(addWrap(sum(w.upper), shiftRight<8>(sum(w.lower))), fill<I16<N>>(32768 / 128));
+}
+#endif
 
 PXL_END_TARGET

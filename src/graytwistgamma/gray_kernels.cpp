@@ -38,8 +38,31 @@ PXL_INLINE void weighBytes(const Pxl8u* src, Pxl8u* dst, GrayWeightsQ15 weights,
     });
 }
 
+// Weights whose products have room in few bits take less steps to the same gray.
+template <int kChannels>
+PXL_INLINE bool weighBytes(const Pxl8u* src, Pxl8u* dst, const SplitWeights& weights, Index width) {
+    if (!weights.areBytes()) return false;
+#if PXL_BLOCKS == 4
+    eachGroupAndPart<16>(width, [&](auto how, Index x) PXL_BODY {
+        const auto px = kChannels == 3 ? loadQuads3(how, src + 3 * x) : loadQuads4(how, src + 4 * x);
+        Parts<I32<how.kN>, 4> gray;
+        for (int k = 0; k < 4; ++k) gray.at[k] = gray32768Of(px.at[k], weights);
+        store(how, dst + x, bytesOfQuads<15>(gray));
+    });
+#else
+    if (!weights.haveShortSums()) return false;
+    eachGroupAndPart<16>(width, [&](auto how, Index x) PXL_BODY {
+        const auto px = kChannels == 3 ? wordsOf(loadQuads3(how, src + 3 * x)) : loadQuadWords4(how, src + 4 * x);
+        const auto gray = [&](int k) PXL_BODY { return grayOf(px.first[k], px.last[k], weights); };
+        store(how, dst + x, packSatQuadWords(gray(0), gray(1)));
+    });
+#endif
+    return true;
+}
+
 template <int kChannels>
 void weighBytes(const Pxl8u* src, Pxl8u* dst, GrayWeightsQ15 weights, Index width) {
+    if (weighBytes<kChannels>(src, dst, SplitWeights(weights), width)) return;
     if (((weights.of[0] | weights.of[1] | weights.of[2]) & 0x8000) != 0) {
         weighBytes<true, kChannels>(src, dst, weights, width);
     } else {

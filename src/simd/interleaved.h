@@ -438,56 +438,7 @@ PXL_INLINE void storeTripled(Blocks<N> all, E* p, Vector<E, N> a) {
     storeBytesTripled<sizeof(E)>(all, bytesOf(p), as<U8<N>>(a));
 }
 
-// ---- bytes as pixels in 32-bit lanes
-//
-// In memory order, unlike all others: lane j of vector k is pixel 4 * N * k + j. Of pixels of three bytes the fourth
-// byte of a lane is one of the three.
-
-template <int N>
-struct Quads {
-    U8<N> at[4];
-};
-
-alignas(16) constexpr Bytes16 kThreeOfFour = {{0, 1, 2, 0, 3, 4, 5, 3, 6, 7, 8, 6, 9, 10, 11, 9}};
-
-template <int N>
-PXL_INLINE Quads<N> loadQuads3(Blocks<N> all, const Pxl8u* p) {
-    const auto a = loadTwelves<kThreeOfFour>(all, p);
-    return {{a.at[0], a.at[1], a.at[2], a.at[3]}};
-}
-
-template <int N>
-PXL_INLINE Quads<N> loadQuads4(Blocks<N> all, const Pxl8u* p) {
-    return {{load(all, p), load(all, p + 16 * N), load(all, p + 32 * N), load(all, p + 48 * N)}};
-}
-
-// 32-bit lanes in the order of quads to bytes in the order of pixels, saturated.
-template <int N>
-PXL_INLINE U8<N> packSatQuads(Parts<I32<N>, 4> a) {
-    const auto bytes = packSatU8(packSatI16(a.at[0], a.at[1]), packSatI16(a.at[2], a.at[3]));
-#if PXL_BLOCKS == 2
-    if constexpr (N == 2) {
-        return {_mm256_permutevar8x32_epi32(bytes.v, _mm256_setr_epi32(0, 4, 1, 5, 2, 6, 3, 7))};
-    }
-#elif PXL_BLOCKS == 4
-    if constexpr (N == 4) return permute<4>(bytes, kQuadsToPixels, bytes);
-#endif
-    return bytes;
-}
-
 // ---- part of a block: through a buffer of whole blocks
-
-PXL_INLINE Quads<1> loadQuads3(Part part, const Pxl8u* p) {
-    Pxl8u bytes[48];
-    takeFirst(bytes, p, 3 * part.count);
-    return loadQuads3(Blocks<1>{}, bytes);
-}
-
-PXL_INLINE Quads<1> loadQuads4(Part part, const Pxl8u* p) {
-    Pxl8u bytes[64];
-    takeFirst(bytes, p, 4 * part.count);
-    return loadQuads4(Blocks<1>{}, bytes);
-}
 
 template <class E>
 PXL_INLINE Channels3<Vector<E, 1>> load3(Part part, const E* p) {

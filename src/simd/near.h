@@ -1,5 +1,5 @@
-// Loads and stores of lines that a kernel keeps on its stack: like those of memory.h for whole vectors, but without
-// asking for the memory further on.
+// Loads and stores of lines that a kernel keeps on its stack, and loads of what another load has already asked for:
+// like those of memory.h for whole vectors, but without asking for the memory further on.
 #pragma once
 
 #include "simd/registers.h"
@@ -13,6 +13,7 @@ PXL_BEGIN_TARGET
     PXL_INLINE void storeNear(E* p, Vector<E, N> a) {                                     \
         prefix##storeu_##whole(reinterpret_cast<Register<E, N>::Type*>(p), a.v);          \
     }
+PXL_FOR_EACH_N(PXL_NEAR_N, Pxl8u)
 PXL_FOR_EACH_N(PXL_NEAR_N, Pxl16s)
 PXL_FOR_EACH_N(PXL_NEAR_N, Pxl32s)
 

@@ -2,7 +2,7 @@
 // order, unlike floatsOf: lane j of part k is sample 4 * N * k + j.
 #pragma once
 
-#include "simd/interleaved.h"
+#include "simd/quads.h"
 
 PXL_BEGIN_TARGET
 

@@ -42,22 +42,24 @@ PXL_INLINE U8<4> pickAcross(U8<4> a, const Bytes64& order, U8<4> b) {
     return {_mm512_permutex2var_epi8(a.v, _mm512_load_si512(order.byte), b.v)};
 }
 
-// Bytes 48 * k ... of 192, of which the permute sees those from 64 * from on.
-constexpr Bytes64 makeTwelvesToBlocks(const Bytes16& order, int k, int from) {
+// From the byte `from` of 64 on.
+constexpr Bytes64 makeTwelvesToBlocks(const Bytes16& order, int from) {
     Bytes64 bytes = {};
-    for (int l = 0; l < 64; ++l) {
-        bytes.byte[l] = static_cast<Pxl8u>(48 * k - 64 * from + l / 16 * 12 + order.byte[l % 16]);
-    }
+    for (int l = 0; l < 64; ++l) bytes.byte[l] = static_cast<Pxl8u>(from + l / 16 * 12 + order.byte[l % 16]);
     return bytes;
 }
-template <const Bytes16& kOrder, int k, int from>
-constexpr Bytes64 kTwelvesToBlocks = makeTwelvesToBlocks(kOrder, k, from);
+template <const Bytes16& kOrder, int from>
+constexpr Bytes64 kTwelvesToBlocks = makeTwelvesToBlocks(kOrder, from);
+
+template <const Bytes16& kOrder, int from>
+PXL_INLINE U8<4> twelvesFrom(U8<4> a) {
+    return {_mm512_permutexvar_epi8(_mm512_load_si512(kTwelvesToBlocks<kOrder, from>.byte), a.v)};
+}
 
 template <const Bytes16& kOrder>
 PXL_INLINE Twelves<4> loadTwelves(Blocks<4> all, const Pxl8u* p) {
-    const auto a = load(all, p), b = load(all, p + 64), c = load(all, p + 128);
-    return {{pickAcross(a, kTwelvesToBlocks<kOrder, 0, 0>, b), pickAcross(a, kTwelvesToBlocks<kOrder, 1, 0>, b),
-             pickAcross(b, kTwelvesToBlocks<kOrder, 2, 1>, c), pickAcross(b, kTwelvesToBlocks<kOrder, 3, 1>, c)}};
+    return {{twelvesFrom<kOrder, 0>(load(all, p)), twelvesFrom<kOrder, 0>(load(all, p + 48)),
+             twelvesFrom<kOrder, 0>(load(all, p + 96)), twelvesFrom<kOrder, 16>(load(all, p + 128))}};
 }
 #endif
 

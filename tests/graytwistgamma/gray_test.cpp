@@ -166,6 +166,45 @@ TEST(Gray, pinned) {
     EXPECT_EQ(gray16(65535, 40000), 0);
 }
 
+// Bytes take fewer steps with weights that are small enough: those around the limits, in Q15, with every corner of the
+// colours.
+TEST(Gray, weightsOfBytes) {
+    constexpr int kSums[] = {30000, 32767, 32768, 32769, 32832, 32833, 32896, 32897, 33100},
+                  kEdges[] = {0, 1, 127, 128, 255}, kCodes[] = {0, 1, 127, 128, 254, 255};
+    std::vector<Pxl8u> pixels[2];  // of three and four channels
+    for (int i = 0; i < 6 * 6 * 6; ++i) {
+        const int corner[3] = {kCodes[i % 6], kCodes[i / 6 % 6], kCodes[i / 36]};
+        for (std::vector<Pxl8u>& of : pixels) of.insert(of.end(), corner, corner + 3);
+        pixels[1].push_back(static_cast<Pxl8u>(37 * i));
+    }
+    Random random(53);
+    for (int round = 0; round < 1500 && !HasFatalFailure(); ++round) {
+        int q15[3];
+        q15[0] = random.below(round % 3 == 0 ? 32900 : 20000);
+        q15[1] = random.below(33000 - q15[0]);
+        for (int i = 0; i < 2; ++i) {
+            if (round % 2 == 0) q15[i] = (round % 7 == 0 ? 0 : q15[i] & ~255) + kEdges[random.below(5)];
+        }
+        q15[2] = std::max(0, kSums[round % 9] - q15[0] - q15[1]);
+        if (round % 2 == 0) std::swap(q15[2], q15[random.below(3)]);
+        const float weights[3] = {static_cast<float>(q15[0]) / 32768, static_cast<float>(q15[1]) / 32768,
+                                  static_cast<float>(q15[2]) / 32768};
+        onEachTarget([&](Target target) {
+            Pxl8u gray[2][216];
+            ASSERT_EQ(pxliColorToGray_8u_C3C1R(pixels[0].data(), 648, gray[0], 216, {216, 1}, weights), pxlStatusOk);
+            ASSERT_EQ(pxliColorToGray_8u_AC4C1R(pixels[1].data(), 864, gray[1], 216, {216, 1}, weights), pxlStatusOk);
+            for (int i = 0; i < 216; ++i) {
+                const Pxl8u* c = &pixels[0][static_cast<std::size_t>(3 * i)];
+                const int expected = std::min((c[0] * q15[0] + c[1] * q15[1] + c[2] * q15[2] + 16384) >> 15, 255);
+                ASSERT_TRUE(gray[0][i] == expected && gray[1][i] == expected)
+                    << nameOf(target) << ": " << +gray[0][i] << " and " << +gray[1][i] << ", not " << expected
+                    << " for " << +c[0] << ' ' << +c[1] << ' ' << +c[2] << " and weights " << q15[0] << ' ' << q15[1]
+                    << ' ' << q15[2];
+            }
+        });
+    }
+}
+
 template <class T>
 void compareRepeated(const std::string& name, int width, Random& random) {
     const catalog::Export& function = *catalog::find(name);
