@@ -13,9 +13,24 @@ enum class GreenFrom { smallerGradient, leftAndRight, allFour };
 template <class T>
 using BilinearRow = void (*)(const FiveRows<T>& src, T* dst, Index width, BayerRow colours);
 
+// Columns of some rows, in lines of their own.
+constexpr Index kPieceColumns = 16, kPieceRows = 16, kPieceMargin = 2;
+
+template <class T>
+struct BilinearPiece {
+    static constexpr Index kPlaces = kPieceColumns + 2 * kPieceMargin;
+    T line[kPieceRows + 2 * kPieceMargin][kPlaces];
+    GreenFrom from[kPieceRows];
+    // All bits of the columns that are first or last of the image, and of those that are second or last but one.
+    T outermost[kPieceColumns], next[kPieceColumns];
+    BayerRow first;  // the colours of the first row
+};
+
 template <class T>
 struct BilinearRows {
     BilinearRow<T> from[3];  // by GreenFrom
+    // Converts some rows of kPieceColumns pixels, whose destinations are so many bytes apart.
+    void (*piece)(const BilinearPiece<T>& piece, T* dst, Index dstStep, Index rows);
 };
 
 struct BilinearKernels {
