@@ -44,7 +44,7 @@ struct Around {
 
 // `pixels` takes the colour of the row, green and the other colour.
 template <class T, GreenFrom kFrom, class Pixels>
-PXL_INLINE void convertRow(const FiveRows<T>& src, Pixels pixels, Index width, bool greenFirst) {
+PXL_INLINE void convertRow(FiveRows<T> src, Pixels pixels, Index width, bool greenFirst) {
     eachGroupToEnd<16 / static_cast<int>(sizeof(T))>(width, [&](auto how, Index x) PXL_BODY {
         const auto at = [&](int i, int j) PXL_BODY { return load(how, src.row[2 + j] + x + i); };
         const Around<Vector<T, how.kN>, decltype(at)> around(at);
@@ -56,7 +56,8 @@ PXL_INLINE void convertRow(const FiveRows<T>& src, Pixels pixels, Index width, b
 }
 
 template <class T, GreenFrom kFrom>
-void bilinearRow(const FiveRows<T>& src, T* dst, Index width, BayerRow colours) {
+void bilinearRow(const FiveRows<T>& rows, T* dst, Index width, BayerRow colours) {
+    const FiveRows<T> src = rows;
     if (colours.red) {
         convertRow<T, kFrom>(src, PackedC3{dst}, width, colours.greenFirst);
     } else {
