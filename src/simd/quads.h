@@ -38,8 +38,7 @@ PXL_INLINE Quads<1> loadQuads4(Part part, const Pxl8u* p) {
 // The four bytes of every lane.
 template <int N>
 PXL_INLINE U8<N> fillQuads(int a, int b, int c, int d) {
-    const unsigned bytes = (a & 255u) | (b & 255u) << 8 | (c & 255u) << 16 | (d & 255u) << 24;
-    return as<U8<N>>(fill<I32<N>>(static_cast<int>(bytes)));
+    return as<U8<N>>(fill<I32<N>>((a & 255) | (b & 255) << 8 | (c & 255) << 16 | d << 24));
 }
 
 // 32-bit lanes in the order of quads to bytes in the order of pixels, saturated.
