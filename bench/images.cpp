@@ -126,8 +126,10 @@ Arena::Arena(std::int64_t bytesPerImage)
     madvise(memory_.get(), static_cast<std::size_t>(2 * half_), MADV_HUGEPAGE);
 }
 
-// The odd bytes keep a row and its result from sharing their place within a page, which slows whoever meets it.
-std::uint8_t* Arena::second() const { return memory_.get() + half_ + 1088; }
+// The odd bytes keep a row and its result from sharing their place within a page, which slows whoever meets it: loads
+// wait for a store that the processor takes for one to the same address. Nor may that be the place of another plane of
+// the tile, so they are no multiple of a plane's size and a little more.
+std::uint8_t* Arena::second() const { return memory_.get() + half_ + 1600; }
 
 Images::Images(const Arena& arena, const catalog::Export& function_, PxlSize size_, const Dithering& dithering_)
     : function(function_),
