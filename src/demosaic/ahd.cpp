@@ -20,7 +20,7 @@ constexpr Index kReach = 6;
 constexpr Index kWordsBefore = 32, kWordsBeside = pxlAHDTemporaryMargin;
 static_assert(kWordsBeside >= 32 + kWordsBefore + 2 * kReach + kAhdVector + 2);
 
-// Rows of one kind, of which the last few are kept.
+// Rows of one kind, of which the last few are kept; none is further above the image than that.
 template <int kCount>
 class Ring {
 public:
@@ -30,7 +30,7 @@ public:
     explicit Ring(NextRow next) {
         for (auto*& row : rows_) row = next();
     }
-    Pxl16u* operator[](Index y) const { return rows_[(y % kCount + kCount) % kCount]; }
+    Pxl16u* operator[](Index y) const { return rows_[static_cast<size_t>(y + kCount) % kCount]; }
 
 private:
     Pxl16u* rows_[kCount] = {};
@@ -65,6 +65,8 @@ private:
     Index taken_ = 0;
 };
 
+// Where the image ends, each step would make of the mirrored samples what it makes of the pixels inside, mirrored: no
+// step looks at its neighbours in a certain order. So rows and columns outside are not computed, but taken from inside.
 template <class T>
 class Demosaicing {
 public:
@@ -75,18 +77,23 @@ public:
           size_(size),
           grid_(grid),
           xs_(xs),
-          columns_(xs.count() + 2 * kReach),
+          first_(std::max<Index>(xs.first - kReach, 0)),
+          columns_(std::min<Index>(xs.last + kReach, size.width - 1) + 1 - first_),
           temporary_(temporary) {}
 
     // Rows go through the steps one behind the other: each as soon as the rows that it looks at are there.
     void rows(Span ys, View<T> dst) {
-        for (Index y = ys.first - kReach; y <= ys.last + kReach; ++y) {
-            read(y);
-            if (y - 2 >= ys.first - 4) interpolateGreen(y - 2);
-            if (y - 3 >= ys.first - 3) interpolateColours(y - 3);
-            if (y - 4 >= ys.first - 2) vote(y - 4);
-            if (y - 5 >= ys.first - 1) choose(y - 5);
-            if (y - 6 >= ys.first) refine(y - 6, dst.row(y - 6 - ys.first));
+        const auto within = [&](Index y, Index reach) {
+            return y >= std::max<Index>(ys.first - reach, 0) && y <= std::min<Index>(ys.last + reach, size_.height - 1);
+        };
+        const Index end = std::min<Index>(ys.last, size_.height - 1) + kReach;
+        for (Index y = std::max<Index>(ys.first - kReach, -2); y <= end; ++y) {
+            if (y <= size_.height + 1) read(y);
+            if (within(y - 2, 4)) interpolateGreen(y - 2);
+            if (within(y - 3, 3)) interpolateColours(y - 3);
+            if (within(y - 4, 2)) vote(y - 4);
+            if (within(y - 5, 1)) choose(y - 5);
+            if (within(y - 6, 0)) refine(y - 6, dst.row(y - 6 - ys.first));
         }
     }
 
@@ -94,55 +101,69 @@ private:
     auto next() {
         return [this] { return temporary_.next(); };
     }
-    BayerRow bayerRow(Index y) const { return {grid_.green(xs_.first - kReach, y), grid_.redRow(y)}; }
+    BayerRow bayerRow(Index y) const { return {grid_.green(first_, y), grid_.redRow(y)}; }
+
+    Index above(Index y) const { return y > 0 ? y - 1 : 1; }
+    Index below(Index y) const { return y < size_.height - 1 ? y + 1 : y - 1; }
+
+    // Gives a row its neighbours to the left and right. Where they are inside the image no pixel of the result is near.
+    template <class Word>
+    void addSides(Word* row) const {
+        row[-1] = row[1];
+        row[columns_] = row[columns_ - 2];
+    }
 
     // A row of samples, beyond the borders of the image the mirrored ones.
     void read(Index y) {
         const T* src = src_.row(mirrored(y, size_.height));
         Pxl16u* words = samples_[y];
-        const Index first = xs_.first - kReach, inside = std::max<Index>(first, 0);
-        const Index end = std::min<Index>(first + columns_, size_.width);
-        for (Index x = first; x < inside; ++x) words[x - first] = src[mirrored(x, size_.width)];
-        kernels_.toWords(src + inside, words + (inside - first), end - inside);
-        for (Index x = end; x < first + columns_; ++x) words[x - first] = src[mirrored(x, size_.width)];
+        kernels_.toWords(src + first_, words, columns_);
+        for (const Index i : {Index{-2}, Index{-1}, columns_, columns_ + 1})
+            words[i] = src[mirrored(first_ + i, size_.width)];
     }
 
     void interpolateGreen(Index y) {
         const FiveRows<Pxl16u> src = {
             {samples_[y - 2], samples_[y - 1], samples_[y], samples_[y + 1], samples_[y + 2]}};
         kernels_.greens(src, horizontal_.green[y], vertical_.green[y], columns_, bayerRow(y).greenFirst);
+        for (const Picture* picture : {&horizontal_, &vertical_}) addSides(picture->green[y]);
     }
 
     void interpolateColours(Index y) {
         const WordRows src = {{samples_[y - 1], samples_[y], samples_[y + 1]}};
         for (const Picture* picture : {&horizontal_, &vertical_}) {
-            const WordRows green = {{picture->green[y - 1], picture->green[y], picture->green[y + 1]}};
-            kernels_.colours(src, green, picture->colours(y), picture->lab(y), columns_, bayerRow(y));
+            const WordRows green = {{picture->green[above(y)], picture->green[y], picture->green[below(y)]}};
+            const AhdLab lab = picture->lab(y);
+            kernels_.colours(src, green, picture->colours(y), lab, columns_, bayerRow(y));
+            for (Pxl16s* row : {lab.lightness, lab.a, lab.b}) addSides(row);
         }
     }
 
     void vote(Index y) {
-        const auto around = [y](const Picture& p, ConstAhdLab(&lab)[3]) {
-            for (int j = 0; j < 3; ++j) lab[j] = p.constLab(y + j - 1);
+        const auto around = [&](const Picture& p, ConstAhdLab(&lab)[3]) {
+            lab[0] = p.constLab(above(y)), lab[1] = p.constLab(y), lab[2] = p.constLab(below(y));
         };
         ConstAhdLab horizontal[3], vertical[3];
         around(horizontal_, horizontal);
         around(vertical_, vertical);
         kernels_.votes(horizontal, vertical, Picture::signedWords(votes_[y]), columns_);
+        addSides(votes_[y]);
     }
 
     void choose(Index y) {
-        const Pxl16s* votes[3];
-        for (int j = 0; j < 3; ++j) votes[j] = Picture::signedWords(votes_[y + j - 1]);
+        const Pxl16s* votes[3] = {Picture::signedWords(votes_[above(y)]), Picture::signedWords(votes_[y]),
+                                  Picture::signedWords(votes_[below(y)])};
         kernels_.choice(votes, horizontal_.constColours(y), vertical_.constColours(y), {red_[y], green_[y], blue_[y]},
                         columns_);
+        for (Pxl16u* row : {red_[y], green_[y], blue_[y]}) addSides(row);
     }
 
     void refine(Index y, T* dst) {
-        ConstAhdColours src[3];
-        for (int j = 0; j < 3; ++j) src[j] = {red_[y + j - 1], green_[y + j - 1], blue_[y + j - 1]};
+        const auto chosen = [&](Index at) { return ConstAhdColours{red_[at], green_[at], blue_[at]}; };
+        const ConstAhdColours src[3] = {chosen(above(y)), chosen(y), chosen(below(y))};
         kernels_.refinement(src, {result_[0], result_[1], result_[2]}, columns_, bayerRow(y));
-        kernels_.interleave({result_[0] + kReach, result_[1] + kReach, result_[2] + kReach}, dst, xs_.count());
+        const Index from = xs_.first - first_;
+        kernels_.interleave({result_[0] + from, result_[1] + from, result_[2] + from}, dst, xs_.count());
     }
 
     const AhdRows<T>& kernels_;
@@ -150,7 +171,7 @@ private:
     PxlSize size_;
     BayerGrid grid_;
     Span xs_;
-    Index columns_;
+    Index first_, columns_;  // those that are computed
     TemporaryRows temporary_;
     Ring<5> samples_{next()};
     Picture horizontal_{next()}, vertical_{next()};
