@@ -63,7 +63,8 @@ void toWords(const Pxl16u* src, Pxl16u* dst, Index count) {
 }
 
 template <class T>
-void greens(FiveRows<Pxl16u> src, Pxl16u* horizontal, Pxl16u* vertical, Index count, bool greenFirst) {
+void greens(const FiveRows<Pxl16u>& rows, Pxl16u* horizontal, Pxl16u* vertical, Index count, bool greenFirst) {
+    const FiveRows<Pxl16u> src = rows;
     using L = Lanes<T>;
     const auto isGreen = greenLanes(greenFirst);
     eachVector(count, [&](Index x) PXL_BODY {
@@ -97,7 +98,10 @@ PXL_INLINE void storeLab(const AhdLab& lab, Index x, U16<kBlocks> red, U16<kBloc
 }
 
 template <class T>
-void colours(WordRows src, WordRows green, AhdColours dst, AhdLab lab, Index count, BayerRow row) {
+void colours(const WordRows& srcRows, const WordRows& greenRows, const AhdColours& dst, const AhdLab& labRow,
+             Index count, BayerRow row) {
+    const WordRows src = srcRows, green = greenRows;
+    const AhdLab lab = labRow;
     using L = Lanes<T>;
     using V = typename L::V;
     const auto isGreen = greenLanes(row.greenFirst);
@@ -153,11 +157,11 @@ void votes(const ConstAhdLab (&horizontal)[3], const ConstAhdLab (&vertical)[3],
     });
 }
 
-void choice(const Pxl16s* const (&votes)[3], ConstAhdColours horizontal, ConstAhdColours vertical, AhdColours dst,
-            Index count) {
+void choice(const Pxl16s* const (&votes)[3], const ConstAhdColours& horizontal, const ConstAhdColours& vertical,
+            const AhdColours& dst, Index count) {
     eachVector(count, [&](Index x) PXL_BODY {
         auto sum = fill<I16<kBlocks>>(0);
-        for (const auto* row : votes) {
+        for (const Pxl16s* row : votes) {
             for (int i = -1; i <= 1; ++i) sum = addWrap(sum, load(kAll, row + x + i));
         }
         const auto isHorizontal = greater(sum, fill<I16<kBlocks>>(kMajority - 1));
@@ -173,7 +177,7 @@ void choice(const Pxl16s* const (&votes)[3], ConstAhdColours horizontal, ConstAh
 }
 
 template <class T>
-void refinement(const ConstAhdColours (&src)[3], AhdColours dst, Index count, BayerRow row) {
+void refinement(const ConstAhdColours (&src)[3], const AhdColours& dst, Index count, BayerRow row) {
     using L = Lanes<T>;
     using V = typename L::V;
     const auto isGreen = greenLanes(row.greenFirst);
@@ -223,7 +227,8 @@ PXL_INLINE U16<N> samplesFrom(Blocks<N> all, const Pxl16u* words, const Pxl16u*)
 }
 
 template <class T>
-void interleave(ConstAhdColours src, T* dst, Index count) {
+void interleave(const ConstAhdColours& rows, T* dst, Index count) {
+    const ConstAhdColours src = rows;
     eachGroupToEnd<16 / static_cast<int>(sizeof(T))>(count, [&](auto how, Index x) PXL_BODY {
         const Blocks<how.kN> all;  // the words of a part fill a block
         store3(how, dst + 3 * x,

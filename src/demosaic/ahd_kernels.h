@@ -38,18 +38,19 @@ struct AhdRows {
     // `count` samples as words.
     void (*toWords)(const T* src, Pxl16u* dst, Index count);
     // Green of all pixels, from the neighbours to the left and right and from those above and below.
-    void (*greens)(FiveRows<Pxl16u> src, Pxl16u* horizontal, Pxl16u* vertical, Index count, bool greenFirst);
+    void (*greens)(const FiveRows<Pxl16u>& src, Pxl16u* horizontal, Pxl16u* vertical, Index count, bool greenFirst);
     // Red, blue and Lab from samples and green.
-    void (*colours)(WordRows src, WordRows green, AhdColours dst, AhdLab lab, Index count, BayerRow colours);
+    void (*colours)(const WordRows& src, const WordRows& green, const AhdColours& dst, const AhdLab& lab, Index count,
+                    BayerRow colours);
     // By how many neighbours the horizontal picture is more homogeneous around each pixel than the vertical one.
     void (*votes)(const ConstAhdLab (&horizontal)[3], const ConstAhdLab (&vertical)[3], Pxl16s* dst, Index count);
     // The pixels of the direction that has more votes in 3 x 3 pixels.
-    void (*choice)(const Pxl16s* const (&votes)[3], ConstAhdColours horizontal, ConstAhdColours vertical,
-                   AhdColours dst, Index count);
+    void (*choice)(const Pxl16s* const (&votes)[3], const ConstAhdColours& horizontal, const ConstAhdColours& vertical,
+                   const AhdColours& dst, Index count);
     // The missing colours moved towards the median of colour differences in 3 x 3 pixels.
-    void (*refinement)(const ConstAhdColours (&src)[3], AhdColours dst, Index count, BayerRow colours);
+    void (*refinement)(const ConstAhdColours (&src)[3], const AhdColours& dst, Index count, BayerRow colours);
     // `count` pixels as interleaved samples; nothing else is written.
-    void (*interleave)(ConstAhdColours src, T* dst, Index count);
+    void (*interleave)(const ConstAhdColours& src, T* dst, Index count);
 };
 
 struct AhdKernels {
