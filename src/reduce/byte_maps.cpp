@@ -30,11 +30,15 @@ int firstStep(const Pxl8u (&table)[256]) {
 
 }  // namespace
 
-ByteMap mapWithoutDithering(const QuantiseRows<Pxl8u, Pxl8u>& rows, const Levels& levels) {
-    Pxl8u all[256], table[256];
+ByteMap mapWithoutDithering(const QuantiseKernels& kernels, const Levels& levels) {
+    ByteMap map;
+    // more steps than sixteenths are two in one of them
+    map.inSixteenths = levels.inverse <= 16 && kernels.findSteps(levels, map);
+    if (map.inSixteenths) return map;
+    Pxl8u all[256];
     for (int i = 0; i < 256; ++i) all[i] = static_cast<Pxl8u>(i);
-    rows.none(all, table, levels, 256);
-    return mapOf(table);
+    kernels.u8.none(all, map.table, levels, 256);
+    return map;
 }
 
 bool findOffsets(const QuantiseRows<Pxl8u, Pxl8u>& rows, const Levels& levels, const Pxl32f (&thresholds)[4][4],

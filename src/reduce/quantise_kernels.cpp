@@ -76,6 +76,34 @@ void mapped(const Pxl8u* src, Pxl8u* dst, const ByteMap& map, const Pxl8u* offse
     }
 }
 
+// All bytes, at first the first one of each sixteenth of their range, then the second ones ...
+struct BytesByPlace {
+    Pxl8u byte[256];
+    constexpr BytesByPlace() : byte() {
+        for (int i = 0; i < 256; ++i) byte[i] = static_cast<Pxl8u>(i % 16 * 16 + i / 16);
+    }
+};
+constexpr BytesByPlace kBytesByPlace;
+
+bool findSteps(const Levels& levels, ByteMap& map) {
+    constexpr Blocks<1> kSixteenths;
+    Pxl8u mapped[256];
+    none<Pxl8u, Pxl8u, false>(kBytesByPlace.byte, mapped, levels, 256);
+    const auto below = load(kSixteenths, mapped), above = load(kSixteenths, mapped + 240), zero = fill<U8<1>>(0);
+    auto from = load(kSixteenths, kBytesByPlace.byte), fits = fill<U8<1>>(255), stillBelow = fits;
+    for (int place = 0; place < 16; ++place) {
+        const auto at = load(kSixteenths, mapped + 16 * place);
+        const auto isAbove = equal(at, above);
+        stillBelow = bitAnd(stillBelow, equal(at, below));
+        fits = bitAnd(fits, bitOr(isAbove, stillBelow));
+        from = subWrap(from, equal(isAbove, zero));
+    }
+    store(kSixteenths, map.below, below);
+    store(kSixteenths, map.from, from);
+    store(kSixteenths, map.above, above);
+    return allSet(as<I32<1>>(fits));
+}
+
 void bilevel(const Pxl8u* src, Pxl8u* dst, int bitOffset, Pxl8u threshold, Index samples) {
     const auto put = [&](int offset, Index count) {
         unsigned bits = 0;
@@ -112,6 +140,7 @@ constexpr QuantiseKernels kQuantiseKernels = {
     .f32s16 = kRows<Pxl32f, Pxl16s>,
     .mapped = mapped<false>,
     .mappedPixels = mapped<true>,
+    .findSteps = findSteps,
     .bilevel = bilevel,
 };
 

@@ -38,6 +38,8 @@ struct QuantiseKernels {
     // Bytes by a map, after kBayerPeriod offsets have been added, saturated.
     using Mapped = void (*)(const Pxl8u* src, Pxl8u* dst, const ByteMap& map, const Pxl8u* offsets, Index samples);
     Mapped mapped, mappedPixels;
+    // The steps of bytes without dithering, if there is one at most within each sixteenth of their range.
+    bool (*findSteps)(const Levels& levels, ByteMap& map);
     // Bits of samples above the threshold, most significant first, from bit 7 - bitOffset of the first byte on.
     void (*bilevel)(const Pxl8u* src, Pxl8u* dst, int bitOffset, Pxl8u threshold, Index samples);
 };

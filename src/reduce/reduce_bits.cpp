@@ -142,7 +142,7 @@ void reduceWithoutDithering(const Images<Source, Destination>& images, const Qua
     const int channels = images.layout.channels;
     if constexpr (kTypeOf<Source> == SampleType::u8) {
         if (images.samples() * images.size.height >= kWorthAMap) {
-            const ByteMap map = mapWithoutDithering(rows, levels);
+            const ByteMap map = mapWithoutDithering(quantiseKernels(), levels);
             const Pxl8u offsets[kBayerPeriod] = {};
             const auto kernel = images.keepsAlpha() ? quantiseKernels().mappedPixels : quantiseKernels().mapped;
             const auto row = [&](const Source* src, Destination* dst, Index width) {
@@ -324,9 +324,12 @@ PxlStatus pxliReduceBits_8u1u_C1R(const Pxl8u* pSrc, int srcStep, Pxl8u* pDst, i
                      Check{buffered}, Check{known}))
         return bad;
     Pxl8u* const dst = pDst + dstBitOffset / 8;
-    if (type == pxlDitherNone)
-        return eachRow(roiSize, quantiseKernels().bilevel, view(pSrc, srcStep), view(dst, dstStep),
+    if (type == pxlDitherNone) {
+        // rows of whole bytes continue each other at any offset
+        const bool dense = roiSize.width % 8 == 0 && srcStep == roiSize.width && dstStep == roiSize.width / 8;
+        return eachRun(dense, roiSize, quantiseKernels().bilevel, view(pSrc, srcStep), view(dst, dstStep),
                        same(dstBitOffset % 8), same(threshold));
+    }
     Pxl8u* const errors = aligned(pBuffer);
     memset(errors, 0, static_cast<size_t>(errorBytes(type, roiSize.width)));
     diffusionKernels().stuckiBilevel({.channel = {.src = pSrc,
