@@ -1,6 +1,7 @@
 #include "demosaic/ahd_kernels.h"
 
 #include "demosaic/ahd_forms.h"
+#include "simd/near.h"
 #include "simd/pixels.h"
 
 PXL_BEGIN_TARGET
@@ -68,8 +69,8 @@ void greens(const FiveRows<Pxl16u>& rows, Pxl16u* horizontal, Pxl16u* vertical, 
     using L = Lanes<T>;
     const auto isGreen = greenLanes(greenFirst);
     eachVector(count, [&](Index x) PXL_BODY {
-        const auto own = load(kAll, src.row[2] + x);
-        const auto at = [&](int i, int j) PXL_BODY { return L::of(load(kAll, src.row[2 + j] + x + i)); };
+        const auto own = loadNear(kAll, src.row[2] + x);
+        const auto at = [&](int i, int j) PXL_BODY { return L::of(loadNear(kAll, src.row[2 + j] + x + i)); };
         const auto along = [&](int i, int j) PXL_BODY {
             const auto green = [](auto o, auto a, auto b, auto aa, auto bb)
                                    PXL_BODY { return greenAlong(o, a, b, aa, bb); };
@@ -77,8 +78,8 @@ void greens(const FiveRows<Pxl16u>& rows, Pxl16u* horizontal, Pxl16u* vertical, 
                 L::samples(eachPart(green, L::of(own), at(-i, -j), at(i, j), at(-2 * i, -2 * j), at(2 * i, 2 * j)));
             return chooseWords(isGreen, words, own);
         };
-        store(kAll, horizontal + x, along(1, 0));
-        store(kAll, vertical + x, along(0, 1));
+        storeNear(horizontal + x, along(1, 0));
+        storeNear(vertical + x, along(0, 1));
     });
 }
 
@@ -92,9 +93,9 @@ PXL_INLINE void storeLab(const AhdLab& lab, Index x, U16<kBlocks> red, U16<kBloc
         (k == 0 ? plusA.low : plusA.high) = toInt(part.a);
         (k == 0 ? plusB.low : plusB.high) = toInt(part.b);
     }
-    store(kAll, lab.lightness + x, packSatI16(lightness));
-    store(kAll, lab.a + x, packSatI16(plusA));
-    store(kAll, lab.b + x, packSatI16(plusB));
+    storeNear(lab.lightness + x, packSatI16(lightness));
+    storeNear(lab.a + x, packSatI16(plusA));
+    storeNear(lab.b + x, packSatI16(plusB));
 }
 
 template <class T>
@@ -108,12 +109,12 @@ void colours(const WordRows& srcRows, const WordRows& greenRows, const AhdColour
     Pxl16u* const ofRow = row.red ? dst.red : dst.blue;
     Pxl16u* const ofOthers = row.red ? dst.blue : dst.red;
     eachVector(count, [&](Index x) PXL_BODY {
-        const auto own = load(kAll, src.row[1] + x), ownGreen = load(kAll, green.row[1] + x);
+        const auto own = loadNear(kAll, src.row[1] + x), ownGreen = loadNear(kAll, green.row[1] + x);
         // red or blue minus green
         const auto difference = [&](int i, int j) PXL_BODY {
             const auto minus = [](V a, V b) PXL_BODY { return subWrap(a, b); };
-            return eachPart(minus, L::of(load(kAll, src.row[1 + j] + x + i)),
-                            L::of(load(kAll, green.row[1 + j] + x + i)));
+            return eachPart(minus, L::of(loadNear(kAll, src.row[1 + j] + x + i)),
+                            L::of(loadNear(kAll, green.row[1 + j] + x + i)));
         };
         const auto plusMeanOf2 = [](V g, V a, V b) PXL_BODY { return addWrap(g, meanOf2(a, b)); };
         const auto plusMeanOf4 = [](V g, V a, V b, V c, V d) PXL_BODY { return addWrap(g, meanOf4(a, b, c, d)); };
@@ -123,15 +124,15 @@ void colours(const WordRows& srcRows, const WordRows& greenRows, const AhdColour
         const auto diagonal = L::samples(
             eachPart(plusMeanOf4, g, difference(-1, -1), difference(1, -1), difference(-1, 1), difference(1, 1)));
         const auto colour = chooseWords(isGreen, own, across), other = chooseWords(isGreen, diagonal, down);
-        store(kAll, ofRow + x, colour);
-        store(kAll, ofOthers + x, other);
+        storeNear(ofRow + x, colour);
+        storeNear(ofOthers + x, other);
         storeLab<T>(lab, x, row.red ? colour : other, ownGreen, row.red ? other : colour);
     });
 }
 
 PXL_INLINE LabDistance<kBlocks> distance(const ConstAhdLab& row, Index x, const ConstAhdLab& other, Index otherX) {
     const auto change = [&](const Pxl16s* a, const Pxl16s* b)
-                            PXL_BODY { return subWrap(load(kAll, a + x), load(kAll, b + otherX)); };
+                            PXL_BODY { return subWrap(loadNear(kAll, a + x), loadNear(kAll, b + otherX)); };
     const auto a = change(row.a, other.a), b = change(row.b, other.b);
     const auto low = interleaveLow(a, b), high = interleaveHigh(a, b);
     return {absolute(change(row.lightness, other.lightness)), {pairSums(low, low), pairSums(high, high)}};
@@ -153,7 +154,7 @@ void votes(const ConstAhdLab (&horizontal)[3], const ConstAhdLab (&vertical)[3],
         for (int k = 0; k < 4; ++k) {
             majority = addWrap(majority, subWrap(beyond(h[k], tolerance), beyond(v[k], tolerance)));
         }
-        store(kAll, dst + x, majority);
+        storeNear(dst + x, majority);
     });
 }
 
@@ -162,13 +163,13 @@ void choice(const Pxl16s* const (&votes)[3], const ConstAhdColours& horizontal, 
     eachVector(count, [&](Index x) PXL_BODY {
         auto sum = fill<I16<kBlocks>>(0);
         for (const Pxl16s* row : votes) {
-            for (int i = -1; i <= 1; ++i) sum = addWrap(sum, load(kAll, row + x + i));
+            for (int i = -1; i <= 1; ++i) sum = addWrap(sum, loadNear(kAll, row + x + i));
         }
         const auto isHorizontal = greater(sum, fill<I16<kBlocks>>(kMajority - 1));
         const auto isVertical = greater(fill<I16<kBlocks>>(1 - kMajority), sum);
         const auto pick = [&](const Pxl16u* h, const Pxl16u* v, Pxl16u* to) PXL_BODY {
-            const auto a = load(kAll, h + x), b = load(kAll, v + x);
-            store(kAll, to + x, chooseWords(isVertical, chooseWords(isHorizontal, average(a, b), a), b));
+            const auto a = loadNear(kAll, h + x), b = loadNear(kAll, v + x);
+            storeNear(to + x, chooseWords(isVertical, chooseWords(isHorizontal, average(a, b), a), b));
         };
         pick(horizontal.red, vertical.red, dst.red);
         pick(horizontal.green, vertical.green, dst.green);
@@ -184,7 +185,7 @@ void refinement(const ConstAhdColours (&src)[3], const AhdColours& dst, Index co
     const auto plus = [](V a, V b) PXL_BODY { return addWrap(a, b); };
     const auto minus = [](V a, V b) PXL_BODY { return subWrap(a, b); };
     eachVector(count, [&](Index x) PXL_BODY {
-        const auto words = [&](const Pxl16u* p, int i) PXL_BODY { return load(kAll, p + x + i); };
+        const auto words = [&](const Pxl16u* p, int i) PXL_BODY { return loadNear(kAll, p + x + i); };
         const auto median = [&](auto colour) PXL_BODY {
             Parts<V, L::kParts> result;
             Sorted3<V> columns[3][L::kParts];
@@ -208,9 +209,9 @@ void refinement(const ConstAhdColours (&src)[3], const AhdColours& dst, Index co
         const auto newGreen = chooseWords(isGreen, L::samples(eachPart(minus, L::of(colour), colourMedian)), green);
         const auto newColour = chooseWords(isGreen, colour, L::samples(eachPart(plus, L::of(green), colourMedian)));
         const auto newOther = L::samples(eachPart(plus, L::of(newGreen), otherMedian));
-        store(kAll, (row.red ? dst.red : dst.blue) + x, average(colour, newColour));
-        store(kAll, dst.green + x, average(green, newGreen));
-        store(kAll, (row.red ? dst.blue : dst.red) + x, average(other, newOther));
+        storeNear((row.red ? dst.red : dst.blue) + x, average(colour, newColour));
+        storeNear(dst.green + x, average(green, newGreen));
+        storeNear((row.red ? dst.blue : dst.red) + x, average(other, newOther));
     });
 }
 
@@ -223,7 +224,7 @@ PXL_INLINE U8<N> samplesFrom(Blocks<N> all, const Pxl16u* words, const Pxl8u*) {
 }
 template <int N>
 PXL_INLINE U16<N> samplesFrom(Blocks<N> all, const Pxl16u* words, const Pxl16u*) {
-    return load(all, words);
+    return loadNear(all, words);
 }
 
 template <class T>

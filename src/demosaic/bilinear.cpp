@@ -46,13 +46,17 @@ public:
     // The pixels of at most kPieceRows rows; dst begins with the first one. Those near the first and the last column go
     // through lines of their own, the others are converted where they are.
     void band(Span xs, Span ys, View<T> dst) const {
-        const Span direct = {std::max(xs.first, kPieceMargin), std::min(xs.last, size_.width - 1 - kPieceMargin)};
+        Span direct = {std::max(xs.first, kPieceMargin), std::min(xs.last, size_.width - 1 - kPieceMargin)};
         const bool narrow = direct.count() < kPieceColumns;
         if (narrow && xs.count() <= kPieceColumns) return piece(xs, ys, dst);
-        if (narrow || direct.first > xs.first) piece({xs.first, xs.first + kPieceColumns - 1}, ys, dst);
-        const Index last = xs.last - kPieceColumns + 1;
-        if (narrow || direct.last < xs.last) piece({last, xs.last}, ys, rightBy(last - xs.first, dst));
+        const Span left = {xs.first, xs.first + kPieceColumns - 1}, right = {xs.last - kPieceColumns + 1, xs.last};
+        const bool hasLeft = narrow || direct.first > xs.first, hasRight = narrow || direct.last < xs.last;
+        if (hasLeft) piece(left, ys, dst);
+        if (hasRight) piece(right, ys, rightBy(right.first - xs.first, dst));
         if (narrow) return;
+        // a row kernel is slow on a few pixels
+        if (xs.count() >= 3 * kPieceColumns)
+            direct = {hasLeft ? left.last + 1 : direct.first, hasRight ? right.first - 1 : direct.last};
         const View<T> directDst = rightBy(direct.first - xs.first, dst);
         for (Index y = ys.first; y <= ys.last; ++y) {
             FiveRows<T> rows;

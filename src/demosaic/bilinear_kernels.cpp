@@ -1,6 +1,7 @@
 #include "demosaic/bilinear_kernels.h"
 
 #include "demosaic/bilinear_forms.h"
+#include "simd/near.h"
 #include "simd/pixels.h"
 
 PXL_BEGIN_TARGET
@@ -70,16 +71,17 @@ void bilinearRow(const FiveRows<T>& rows, T* dst, Index width, BayerRow colours)
 template <class T, GreenFrom kFrom, class Pixels>
 PXL_INLINE void convertLine(const BilinearPiece<T>& piece, const T* line, Pixels pixels, bool greenFirst) {
     eachGroup<16 / static_cast<int>(sizeof(T))>(kPieceColumns, [&](auto how, Index x) PXL_BODY {
-        const auto at = [&](int i, int j)
-                            PXL_BODY { return load(how, line + x + kPieceMargin + i + j * BilinearPiece<T>::kPlaces); };
+        const auto at = [&](int i, int j) PXL_BODY {
+            return loadNear(how, line + x + kPieceMargin + i + j * BilinearPiece<T>::kPlaces);
+        };
         const Around<Vector<T, how.kN>, decltype(at)> around(at);
-        const auto outermost = as<U8<how.kN>>(load(how, piece.outermost + x));
+        const auto outermost = as<U8<how.kN>>(loadNear(how, piece.outermost + x));
         auto green = around.allFour();
         if constexpr (kFrom == GreenFrom::leftAndRight) {
             green = chooseSamples(outermost, around.horizontal, green);
         } else {
             if constexpr (kFrom == GreenFrom::smallerGradient) {
-                green = chooseSamples(as<U8<how.kN>>(load(how, piece.next + x)), around.smallerGradient(), green);
+                green = chooseSamples(as<U8<how.kN>>(loadNear(how, piece.next + x)), around.smallerGradient(), green);
             }
             green = chooseSamples(outermost, green, around.vertical);
         }

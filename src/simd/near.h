@@ -14,6 +14,7 @@ PXL_BEGIN_TARGET
         prefix##storeu_##whole(reinterpret_cast<Register<E, N>::Type*>(p), a.v);          \
     }
 PXL_FOR_EACH_N(PXL_NEAR_N, Pxl8u)
+PXL_FOR_EACH_N(PXL_NEAR_N, Pxl16u)
 PXL_FOR_EACH_N(PXL_NEAR_N, Pxl16s)
 PXL_FOR_EACH_N(PXL_NEAR_N, Pxl32s)
 
