@@ -34,26 +34,36 @@ constexpr PairScatter makePairScatter() {
 
 constexpr PairScatter kPairScatter = makePairScatter();
 
+// What belongs at 16 * r of each block's bytes, r = 0, 1, 2.
 template <int N>
-PXL_INLINE void store3(Blocks<N> all, Pxl8u* p, Channels3<EvenOdd<I16<N>>> px) {
+PXL_INLINE Channels3<U8<N>> interleaved3(Channels3<EvenOdd<I16<N>>> px) {
     const auto a = pick(packSatU8(px.c0.even, px.c1.even), pattern<N>(kPairScatter.kind[0]));
     const auto b = pick(packSatU8(px.c2.even, px.c0.odd), pattern<N>(kPairScatter.kind[1]));
     const auto c = pick(packSatU8(px.c1.odd, px.c2.odd), pattern<N>(kPairScatter.kind[2]));
-    storeBlocks(all, p, {everyThird<2>(a, b, c), everyThird<2>(c, a, b), everyThird<2>(b, c, a)});
+    return {everyThird<2>(a, b, c), everyThird<2>(c, a, b), everyThird<2>(b, c, a)};
+}
+template <int N>
+PXL_INLINE void store3(Blocks<N> all, Pxl8u* p, Channels3<EvenOdd<I16<N>>> px) {
+    const auto bytes = interleaved3(px);
+    storeBlocks(all, p, {bytes.c0, bytes.c1, bytes.c2});
 }
 
 // With the fourth channel the same in all pixels.
 template <int N>
-PXL_INLINE void store4(Blocks<N> all, Pxl8u* p, Channels3<EvenOdd<I16<N>>> px, Pxl8u fourth) {
+PXL_INLINE Channels4<U8<N>> interleaved4(Channels3<EvenOdd<I16<N>>> px, Pxl8u fourth) {
     const auto c0 = packSatU8(px.c0.even, px.c0.odd), c1 = packSatU8(px.c1.even, px.c1.odd);
     const auto c2 = packSatU8(px.c2.even, px.c2.odd), c3 = fill<U8<N>>(fourth);
     const auto even01 = interleaveLow(c0, c1), odd01 = interleaveHigh(c0, c1);
     const auto even23 = interleaveLow(c2, c3), odd23 = interleaveHigh(c2, c3);
     const auto low01 = interleaveLowOf<2>(even01, odd01), high01 = interleaveHighOf<2>(even01, odd01);
     const auto low23 = interleaveLowOf<2>(even23, odd23), high23 = interleaveHighOf<2>(even23, odd23);
-    storeBlocks(all, p,
-                {interleaveLowOf<2>(low01, low23), interleaveHighOf<2>(low01, low23),
-                 interleaveLowOf<2>(high01, high23), interleaveHighOf<2>(high01, high23)});
+    return {interleaveLowOf<2>(low01, low23), interleaveHighOf<2>(low01, low23), interleaveLowOf<2>(high01, high23),
+            interleaveHighOf<2>(high01, high23)};
+}
+template <int N>
+PXL_INLINE void store4(Blocks<N> all, Pxl8u* p, Channels3<EvenOdd<I16<N>>> px, Pxl8u fourth) {
+    const auto bytes = interleaved4(px, fourth);
+    storeBlocks(all, p, {bytes.c0, bytes.c1, bytes.c2, bytes.c3});
 }
 
 // Even and odd pixels as bytes in the order of the pixels.

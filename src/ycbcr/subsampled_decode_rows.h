@@ -1,7 +1,7 @@
 // Rows of YCbCr with subsampled chroma to RGB, for more than one sampling.
 #pragma once
 
-#include "simd/pixels.h"
+#include "simd/two_rows.h"
 #include "ycbcr/subsampled_decode_forms.h"
 
 PXL_BEGIN_TARGET
@@ -47,9 +47,22 @@ PXL_INLINE Channels3<EvenOdd<I16<N>>> decode(U8<N> luma, const EvenOdd<Terms>& t
     return {{even.r, odd.r}, {even.g, odd.g}, {even.b, odd.b}};
 }
 
+// The chroma of 16 pixels for two rows.
+PXL_INLINE LowerBytes<kBlocks> forBothRows(LowerBytes<1> a) { return {forBothRows(a.bytes)}; }
+PXL_INLINE UpperBytes<kBlocks> forBothRows(UpperBytes<1> a) { return {forBothRows(a.bytes)}; }
+template <class B, class R>
+PXL_INLINE auto forBothRows(Chroma<B, R> a) {
+    return Chroma{forBothRows(a.cb), forBothRows(a.cr)};
+}
+template <class B, class R>
+PXL_INLINE auto forBothRows(EvenOdd<Chroma<B, R>> a) {
+    return EvenOdd{forBothRows(a.even), forBothRows(a.odd)};
+}
+
 // The rows that share a row of chroma, and what becomes of the pixels from x on.
 template <int kRows, class Source, class Pixels>
 struct Rows {
+    static constexpr int kCount = kRows;
     const Pxl8u* luma[kRows];
     Source chroma;
     Pixels dst[kRows];
@@ -60,12 +73,23 @@ struct Rows {
         dst[0].store(how, x, PXL_TARGET::decode<Form>(load(how, luma[0] + x), terms));
         if constexpr (kRows == 2) dst[1].store(how, x, PXL_TARGET::decode<Form>(load(how, luma[1] + x), terms));
     }
+    template <class Form>
+    PXL_INLINE void decodeTwoRows(Index x) const {
+        const auto terms = termsOf<Form>(forBothRows(chroma.load(Blocks<1>{}, x)));
+        storeTwoRows(dst[0], dst[1], x, PXL_TARGET::decode<Form>(loadTwoRows(luma[0] + x, luma[1] + x), terms));
+    }
 };
 
 // Whole groups of 16 pixels with one form, the pixels left over with another.
 template <class Group, class Tail, class Rows>
 PXL_INLINE void decodeRows(const Rows& rows, Index width) {
-    const Index x = eachGroup<16>(width, [&](auto how, Index at) PXL_BODY { rows.template decode<Group>(how, at); });
+    const auto group = [&](auto how, Index at) PXL_BODY { rows.template decode<Group>(how, at); };
+    Index x = 0;
+    if constexpr (Rows::kCount == 2) {
+        x = eachGroupOfTwoRows(width, group, [&](Index at) PXL_BODY { rows.template decodeTwoRows<Group>(at); });
+    } else {
+        x = eachGroup<16>(width, group);
+    }
     if (x < width) rows.template decode<Tail>(Part{static_cast<int>(width - x)}, x);
 }
 

@@ -1,5 +1,6 @@
 #include "ycbcr/ycbcr420_encode_kernels.h"
 
+#include "simd/two_rows.h"
 #include "ycbcr/subsampled_encode_rows.h"
 
 PXL_BEGIN_TARGET
@@ -31,7 +32,17 @@ PXL_INLINE void encodePair(RowPair<const Pxl8u> src, RowPair<Pxl8u> luma, Chroma
         store(how, luma.lower + x, Form::luma(lower));
         chroma.store(how, x, Form::chroma(added(pairSums<Form>(upper), pairSums<Form>(lower))));
     };
-    const Index x = eachGroup<16>(width, [&](auto how, Index at) { convert(EncodeShared<k, kFourPixels>{}, how, at); });
+    using Group = EncodeShared<k, kFourPixels>;
+    const Index x = eachGroupOfTwoRows(
+        width, [&](auto how, Index at) PXL_BODY { convert(Group{}, how, at); },
+        [&](Index at) PXL_BODY {
+            const auto px = loadTwoRows(Pixels{src.upper}, Pixels{src.lower}, at);
+            const Rgb<U8<kBlocks>> p = {px.c0, px.c1, px.c2};
+            storeTwoRows(luma.upper + at, luma.lower + at, Group::luma(p));
+            const auto sums = pairSums<Group>(p);
+            chroma.store(Blocks<1>{}, at,
+                         Group::chroma(Rgb<I16<1>>{sumOfRows(sums.r), sumOfRows(sums.g), sumOfRows(sums.b)}));
+        });
     if (x < width) convert(EncodeSharedReference<k, kFourPixels>{}, Part{static_cast<int>(width - x)}, x);
 }
 
