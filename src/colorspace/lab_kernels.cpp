@@ -69,8 +69,8 @@ PXL_INLINE TwoRuns<U16<N>> loadRuns(Blocks<N> all, const Pxl16u* p) {
     return {load3(all, p), load3(all, p + 3 * 8 * N)};
 }
 PXL_INLINE TwoRuns<U16<1>> loadRuns(Part part, const Pxl16u* p) {
-    Pxl16u samples[3 * 16] = {};
-    __builtin_memcpy(samples, p, 3 * sizeof(Pxl16u) * static_cast<size_t>(part.count));
+    Pxl16u samples[3 * 16];
+    takeFirst(samples, p, 3 * part.count);
     return loadRuns(Blocks<1>{}, samples);
 }
 
@@ -82,7 +82,7 @@ PXL_INLINE void storeRuns(Blocks<N> all, Pxl16u* p, TwoRuns<U16<N>> px) {
 PXL_INLINE void storeRuns(Part part, Pxl16u* p, TwoRuns<U16<1>> px) {
     Pxl16u samples[3 * 16];
     storeRuns(Blocks<1>{}, samples, px);
-    __builtin_memcpy(p, samples, 3 * sizeof(Pxl16u) * static_cast<size_t>(part.count));
+    giveFirst(p, samples, 3 * part.count);
 }
 
 template <int N>

@@ -21,28 +21,30 @@ PXL_INLINE void unpackGroup(Blocks<N> all, const Pxl8u* src, Pxl16u* dst) {
 }
 
 // Of an unpaired last sample two bytes, the lower half of the second 0.
-PXL_INLINE size_t packedBytes(Index samples) { return static_cast<size_t>((3 * samples + 1) / 2); }
+PXL_INLINE int packedBytes(int samples) { return (3 * samples + 1) / 2; }
 
 void pack(const Pxl16u* src, Pxl8u* dst, Index width) {
     const Index x =
         eachGroup<kGroup>(width, [&](auto how, Index i) PXL_BODY { packGroup(how, src + i, dst + i / 2 * 3); });
     if (x == width) return;
-    Pxl16u samples[kGroup] = {};
+    const auto left = static_cast<int>(width - x);
+    Pxl16u samples[kGroup];
     Pxl8u bytes[kGroup / 2 * 3];
-    __builtin_memcpy(samples, src + x, sizeof(Pxl16u) * static_cast<size_t>(width - x));
+    takeFirst(samples, src + x, left);
     packGroup(Blocks<1>{}, samples, bytes);
-    __builtin_memcpy(dst + x / 2 * 3, bytes, packedBytes(width - x));
+    giveFirst(dst + x / 2 * 3, bytes, packedBytes(left));
 }
 
 void unpack(const Pxl8u* src, Pxl16u* dst, Index width) {
     const Index x =
         eachGroup<kGroup>(width, [&](auto how, Index i) PXL_BODY { unpackGroup(how, src + i / 2 * 3, dst + i); });
     if (x == width) return;
-    Pxl8u bytes[kGroup / 2 * 3] = {};
+    const auto left = static_cast<int>(width - x);
+    Pxl8u bytes[kGroup / 2 * 3];
     Pxl16u samples[kGroup];
-    __builtin_memcpy(bytes, src + x / 2 * 3, packedBytes(width - x));
+    takeFirst(bytes, src + x / 2 * 3, packedBytes(left));
     unpackGroup(Blocks<1>{}, bytes, samples);
-    __builtin_memcpy(dst + x, samples, sizeof(Pxl16u) * static_cast<size_t>(width - x));
+    giveFirst(dst + x, samples, left);
 }
 
 }  // namespace
