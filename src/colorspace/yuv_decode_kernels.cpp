@@ -2,7 +2,7 @@
 
 #include "colorspace/yuv_forms.h"
 #include "simd/pairs.h"
-#include "simd/pixels.h"
+#include "simd/two_rows.h"
 
 PXL_BEGIN_TARGET
 namespace {
@@ -66,11 +66,17 @@ void packed422ToC3(const Pxl8u* src, Pxl8u* dst, Index width) {
 template <class Destination>
 PXL_INLINE void decode420(RowPair<const Pxl8u> luma, ConstRow2 chroma, Destination upper, Destination lower,
                           Index width) {
-    eachGroupAndPart<16>(width, [&](auto how, Index x) PXL_BODY {
+    const auto convert = [&](auto how, Index x) PXL_BODY {
         const auto terms = loadTerms(how, chroma, x);
         upper.store(how, x, Rounding::pairs(load(how, luma.upper + x), terms));
         lower.store(how, x, Rounding::pairs(load(how, luma.lower + x), terms));
+    };
+    const Index x = eachGroupOfTwoRows(width, convert, [&](Index at) PXL_BODY {
+        const auto t = loadTerms(Blocks<1>{}, chroma, at);
+        const Channels3<I16<kTwoRows>> terms = {forBothRows(t.c0), forBothRows(t.c1), forBothRows(t.c2)};
+        storeTwoRows(upper, lower, at, Rounding::pairs(loadTwoRows(luma.upper + at, luma.lower + at), terms));
     });
+    if (x < width) convert(Part{static_cast<int>(width - x)}, x);
 }
 
 void from420ToC3(RowPair<const Pxl8u> luma, ConstRow2 chroma, RowPair<Pxl8u> dst, Index width) {

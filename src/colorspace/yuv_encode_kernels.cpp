@@ -2,7 +2,7 @@
 
 #include "colorspace/yuv_forms.h"
 #include "simd/pairs.h"
-#include "simd/pixels.h"
+#include "simd/two_rows.h"
 
 PXL_BEGIN_TARGET
 namespace {
@@ -131,12 +131,20 @@ struct RoundedLuma {
 
 template <class Luma, class Pixels>
 PXL_INLINE void encode420(Pixels upper, Pixels lower, RowPair<Pxl8u> luma, Row2 chroma, Index width) {
-    eachGroupAndPart<16>(width, [&](auto how, Index x) PXL_BODY {
+    const auto convert = [&](auto how, Index x) PXL_BODY {
         const auto above = LastRepeated<Pixels>{upper}.load(how, x), below = LastRepeated<Pixels>{lower}.load(how, x);
         store(how, luma.upper + x, Luma::of(above));
         store(how, luma.lower + x, Luma::of(below));
         storeChroma(how, chroma, x, chromaOfSums<2>(added(pairSums(above), pairSums(below))));
+    };
+    const Index x = eachGroupOfTwoRows(width, convert, [&](Index at) PXL_BODY {
+        const auto px = loadTwoRows(upper, lower, at);
+        storeTwoRows(luma.upper + at, luma.lower + at, Luma::of(px));
+        const auto sums = pairSums(px);
+        storeChroma(Blocks<1>{}, chroma, at,
+                    chromaOfSums<2>(Channels3{sumOfRows(sums.c0), sumOfRows(sums.c1), sumOfRows(sums.c2)}));
     });
+    if (x < width) convert(Part{static_cast<int>(width - x)}, x);
 }
 
 void c3To420(RowPair<const Pxl8u> src, RowPair<Pxl8u> luma, Row2 chroma, Index width) {

@@ -48,8 +48,8 @@ PXL_INLINE Channels3<EvenOdd<I16<N>>> decode(U8<N> luma, const EvenOdd<Terms>& t
 }
 
 // The chroma of 16 pixels for two rows.
-PXL_INLINE LowerBytes<kBlocks> forBothRows(LowerBytes<1> a) { return {forBothRows(a.bytes)}; }
-PXL_INLINE UpperBytes<kBlocks> forBothRows(UpperBytes<1> a) { return {forBothRows(a.bytes)}; }
+PXL_INLINE LowerBytes<kTwoRows> forBothRows(LowerBytes<1> a) { return {forBothRows(a.bytes)}; }
+PXL_INLINE UpperBytes<kTwoRows> forBothRows(UpperBytes<1> a) { return {forBothRows(a.bytes)}; }
 template <class B, class R>
 PXL_INLINE auto forBothRows(Chroma<B, R> a) {
     return Chroma{forBothRows(a.cb), forBothRows(a.cr)};

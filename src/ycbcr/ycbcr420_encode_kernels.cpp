@@ -37,7 +37,7 @@ PXL_INLINE void encodePair(RowPair<const Pxl8u> src, RowPair<Pxl8u> luma, Chroma
         width, [&](auto how, Index at) PXL_BODY { convert(Group{}, how, at); },
         [&](Index at) PXL_BODY {
             const auto px = loadTwoRows(Pixels{src.upper}, Pixels{src.lower}, at);
-            const Rgb<U8<kBlocks>> p = {px.c0, px.c1, px.c2};
+            const Rgb<U8<kTwoRows>> p = {px.c0, px.c1, px.c2};
             storeTwoRows(luma.upper + at, luma.lower + at, Group::luma(p));
             const auto sums = pairSums<Group>(p);
             chroma.store(Blocks<1>{}, at,
