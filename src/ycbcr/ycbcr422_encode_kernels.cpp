@@ -86,8 +86,8 @@ PXL_INLINE void encodeToCbycr(Pixels src, Pxl8u* dst, Index width) {
 struct Unchanged {
     PXL_INLINE static Pxl8u of(Pxl8u sample) { return sample; }
     template <int N>
-    PXL_INLINE U8<N> operator()(U8<N> samples) const {
-        return samples;
+    PXL_INLINE Channels3<U8<N>> operator()(Channels3<U8<N>> px) const {
+        return px;
     }
 };
 
@@ -95,8 +95,9 @@ struct GammaCorrected {
     ByteTable table{kGammaForward8u};
     PXL_INLINE static Pxl8u of(Pxl8u sample) { return kGammaForward8u[sample]; }
     template <int N>
-    PXL_INLINE U8<N> operator()(U8<N> samples) const {
-        return table[samples];
+    PXL_INLINE Channels3<U8<N>> operator()(Channels3<U8<N>> px) const {
+        if constexpr (N == 1) return lookUp(table, px);
+        return {table[px.c0], table[px.c1], table[px.c2]};
     }
 };
 
@@ -107,8 +108,7 @@ struct Mapped {
     RgbC3 pixels;
     template <class How>
     PXL_INLINE auto load(How how, Index x) const {
-        const auto px = pixels.load(how, x);
-        return Channels3{curve(px.c0), curve(px.c1), curve(px.c2)};
+        return curve(pixels.load(how, x));
     }
     // The pixel at x in every lane.
     PXL_INLINE Rgb<U8<1>> everywhere(Index x) const {
