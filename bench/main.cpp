@@ -46,24 +46,16 @@ PxlSize hugeSize(const catalog::Export&) { return {7680, 4320}; }
 
 // In frames of 7680x4320 all that matters is how rows meet memory, so a few functions of each kind stand for the rest.
 bool standsForOthers(const catalog::Export& function) {
-    static constexpr std::string_view kNames[] = {"pxliRGBToYCbCr_8u_C3R",
-                                                  "pxliYCbCrToBGR_8u_P3C3R",
-                                                  "pxliBGRToYCbCr420_8u_C3P3R",
-                                                  "pxliYCbCr420ToBGR_8u_P2C4R",
-                                                  "pxliRGBToGray_8u_C3C1R",
-                                                  "pxliRGBToGray_32f_C3C1R",
-                                                  "pxliColorTwist32f_16u_C3R",
-                                                  "pxliGammaFwd_16u_C3R",
-                                                  "pxliYCbCr422_8u_C2P3R",
-                                                  "pxliYCbCr420_8u_P3P2R",
-                                                  "pxliYCbCr422ToYCbCr420_8u_C2P3R",
-                                                  "pxliYCbCr422ToBGR_8u_C2C3R",
-                                                  "pxliBGRToYCbCr422_8u_C3C2R",
-                                                  "pxliBGRToLab_8u_C3R",
-                                                  "pxliRGBToHLS_8u_C3R",
-                                                  "pxliRGBToYUV_8u_C3R",
-                                                  "pxliBGRToYCoCg_8u_C3P3R",
-                                                  "pxliReduceBits_8u_C1R"};
+    static constexpr std::string_view kNames[] = {
+        "pxliRGBToYCbCr_8u_C3R",      "pxliYCbCrToBGR_8u_P3C3R",    "pxliYCbCrToBGR_8u_P3C4R",
+        "pxliGrayToRGB_8u_C1C3R",     "pxliGrayToRGB_8u_C1C4R",     "pxliYCbCr420ToBGR_8u_P3C3R",
+        "pxliYCbCr420ToBGR_8u_P3C4R", "pxliYCbCr411ToBGR_8u_P3C4R", "pxliYCbCr422ToBGR_8u_C2C4R",
+        "pxliBGRToYCbCr420_8u_C3P3R", "pxliYCbCr420ToBGR_8u_P2C4R", "pxliRGBToGray_8u_C3C1R",
+        "pxliRGBToGray_32f_C3C1R",    "pxliColorTwist32f_16u_C3R",  "pxliGammaFwd_16u_C3R",
+        "pxliYCbCr422_8u_C2P3R",      "pxliYCbCr420_8u_P3P2R",      "pxliYCbCr422ToYCbCr420_8u_C2P3R",
+        "pxliYCbCr422ToBGR_8u_C2C3R", "pxliBGRToYCbCr422_8u_C3C2R", "pxliBGRToLab_8u_C3R",
+        "pxliRGBToHLS_8u_C3R",        "pxliRGBToYUV_8u_C3R",        "pxliBGRToYCoCg_8u_C3P3R",
+        "pxliReduceBits_8u_C1R"};
     return std::ranges::find(kNames, function.name) != std::end(kNames);
 }
 

@@ -98,19 +98,19 @@ void from420ToPlanes(RowPair<const Pxl8u> luma, ConstRow2 chroma, const RowPairO
 }  // namespace
 
 constexpr YuvDecodeKernels kYuvDecodeKernels = {
-    .c3 = c3,
-    .ac4 = ac4,
-    .c3ToAC4 = c3ToAC4,
+    .c3 = unlessStreaming(c3),
+    .ac4 = unlessStreaming(ac4),
+    .c3ToAC4 = unlessStreaming(c3ToAC4),
     .planesToC3 = planesToC3,
-    .planes = planes,
+    .planes = unlessStreaming(planes),
     .packed422ToC3 = packed422ToC3,
     .from422ToC3 = from422ToC3,
-    .from422ToAC4 = from422ToAC4,
-    .from422ToPlanes = from422ToPlanes,
+    .from422ToAC4 = unlessStreaming(from422ToAC4),
+    .from422ToPlanes = unlessStreaming(from422ToPlanes),
     .from420ToC3 = from420ToC3,
-    .from420ToAC4 = from420ToAC4,
+    .from420ToAC4 = unlessStreaming(from420ToAC4),
     .from420ToBgrC3 = from420ToBgrC3,
-    .from420ToPlanes = from420ToPlanes,
+    .from420ToPlanes = unlessStreaming(from420ToPlanes),
 };
 
 PXL_END_TARGET

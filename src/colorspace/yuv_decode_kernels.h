@@ -40,5 +40,12 @@ extern const YuvDecodeKernels kYuvDecodeKernels;
 namespace avx512 {
 extern const YuvDecodeKernels kYuvDecodeKernels;
 }
+// past the caches
+namespace avx2_streaming {
+extern const YuvDecodeKernels kYuvDecodeKernels;
+}
+namespace avx512_streaming {
+extern const YuvDecodeKernels kYuvDecodeKernels;
+}
 
 }  // namespace pxl

@@ -9,7 +9,7 @@ namespace pxl {
 
 template <class T>
 View<T> denseRgb(T* p, PxlSize size) {
-    return view(p, Index{3} * size.width);
+    return packed<3>(p, Index{3} * size.width);
 }
 
 template <class T>

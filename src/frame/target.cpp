@@ -4,4 +4,6 @@ namespace pxl {
 
 Target activeTarget() { return bestTarget(); }
 
+std::ptrdiff_t streamedFrom() { return kStreamedFrom; }
+
 }  // namespace pxl

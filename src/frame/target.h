@@ -1,6 +1,8 @@
 // Which compiled form of the kernels this processor runs.
 #pragma once
 
+#include <cstddef>
+
 namespace pxl {
 
 // sse42: one 128-bit block a vector; avx2: two; avx512: four, on processors with the byte permutes (VBMI) and byte dot
@@ -15,6 +17,10 @@ bool processorRuns(Target target);
 
 // The one with the widest vectors among them.
 Target bestTarget();
+
+// The bytes of a destination from which on functions that have streaming kernels take them (frame/streaming.h).
+constexpr std::ptrdiff_t kStreamedFrom = std::ptrdiff_t{64} << 20;
+std::ptrdiff_t streamedFrom();
 
 // Picks between the constant kernel tables of a family.
 template <class Table>

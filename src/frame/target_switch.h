@@ -9,4 +9,7 @@ namespace pxl {
 // Whole-program, not synchronised: call it while no conversion runs. The target must be one that the processor runs.
 void useTarget(Target target);
 
+// The same for streamedFrom(): kStreamedFrom is what the library has.
+void streamFrom(std::ptrdiff_t bytes);
+
 }  // namespace pxl

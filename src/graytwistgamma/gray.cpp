@@ -1,10 +1,11 @@
 // Conversions between colour and gray: the exported functions.
 
 #include "frame/checks.h"
-#include "frame/target.h"
+#include "frame/streaming.h"
 #include "frame/walk.h"
 #include "graytwistgamma/gray_kernels.h"
 #include "graytwistgamma/gray_weights.h"
+#include "graytwistgamma/repeat_kernels.h"
 #include "pxlcc.h"
 
 using namespace pxl;
@@ -23,10 +24,16 @@ PxlStatus toGray(GrayKernels::ToGray<T, Weights> kernel, const T* pSrc, int srcS
                               same(weightsFrom<Weights>(coeffs)));
 }
 
-template <int kFrom, int kTo, class Kernel, class T, class... Alpha>
-PxlStatus copied(Kernel kernel, const T* pSrc, int srcStep, T* pDst, int dstStep, PxlSize roiSize, Alpha... aval) {
+template <class T, class Kernel, class... Alpha>
+PxlStatus toColor(Kernel RepeatKernels::*kernel, const T* pSrc, int srcStep, T* pDst, int dstStep, PxlSize roiSize,
+                  Alpha... aval) {
     if (const PxlStatus bad = firstBad(notNull(pSrc, pDst), atLeast(roiSize, 1, 1))) return bad;
-    return eachRunOfGroups<1>(roiSize, kernel, packed<kFrom>(pSrc, srcStep), packed<kTo>(pDst, dstStep), same(aval)...);
+    const auto dst = packed<3 + sizeof...(aval)>(pDst, dstStep);
+    const Streaming how(dst, roiSize);
+    const RepeatKernels& kernels =
+        how.choose(forActiveTarget(sse42::kRepeatKernels, avx2::kRepeatKernels, avx512::kRepeatKernels),
+                   avx2_streaming::kRepeatKernels, avx512_streaming::kRepeatKernels);
+    return eachRunOfGroups<1>(roiSize, kernels.*kernel, packed<1>(pSrc, srcStep), dst, same(aval)...);
 }
 
 }  // namespace
@@ -114,32 +121,33 @@ PxlStatus pxliColorToGray_64f_AC4C1R(const Pxl64f* pSrc, int srcStep, Pxl64f* pD
 }
 
 PxlStatus pxliGrayToRGB_8u_C1C3R(const Pxl8u* pSrc, int srcStep, Pxl8u* pDst, int dstStep, PxlSize roiSize) {
-    return copied<1, 3>(kernels().toC3U8, pSrc, srcStep, pDst, dstStep, roiSize);
+    return toColor(&RepeatKernels::toC3U8, pSrc, srcStep, pDst, dstStep, roiSize);
 }
 
 PxlStatus pxliGrayToRGB_8u_C1C4R(const Pxl8u* pSrc, int srcStep, Pxl8u* pDst, int dstStep, PxlSize roiSize,
                                  Pxl8u aval) {
-    return copied<1, 4>(kernels().toC4U8, pSrc, srcStep, pDst, dstStep, roiSize, aval);
+    return toColor(&RepeatKernels::toC4U8, pSrc, srcStep, pDst, dstStep, roiSize, aval);
 }
 
 PxlStatus pxliGrayToRGB_16u_C1C3R(const Pxl16u* pSrc, int srcStep, Pxl16u* pDst, int dstStep, PxlSize roiSize) {
-    return copied<1, 3>(kernels().toC3U16, pSrc, srcStep, pDst, dstStep, roiSize);
+    return toColor(&RepeatKernels::toC3U16, pSrc, srcStep, pDst, dstStep, roiSize);
 }
 
 PxlStatus pxliGrayToRGB_16u_C1C4R(const Pxl16u* pSrc, int srcStep, Pxl16u* pDst, int dstStep, PxlSize roiSize,
                                   Pxl16u aval) {
-    return copied<1, 4>(kernels().toC4U16, pSrc, srcStep, pDst, dstStep, roiSize, aval);
+    return toColor(&RepeatKernels::toC4U16, pSrc, srcStep, pDst, dstStep, roiSize, aval);
 }
 
 PxlStatus pxliGrayToRGB_32f_C1C3R(const Pxl32f* pSrc, int srcStep, Pxl32f* pDst, int dstStep, PxlSize roiSize) {
-    return copied<1, 3>(kernels().toC3F32, pSrc, srcStep, pDst, dstStep, roiSize);
+    return toColor(&RepeatKernels::toC3F32, pSrc, srcStep, pDst, dstStep, roiSize);
 }
 
 PxlStatus pxliGrayToRGB_32f_C1C4R(const Pxl32f* pSrc, int srcStep, Pxl32f* pDst, int dstStep, PxlSize roiSize,
                                   Pxl32f aval) {
-    return copied<1, 4>(kernels().toC4F32, pSrc, srcStep, pDst, dstStep, roiSize, aval);
+    return toColor(&RepeatKernels::toC4F32, pSrc, srcStep, pDst, dstStep, roiSize, aval);
 }
 
 PxlStatus pxliYCbCr422ToGray_8u_C2C1R(const Pxl8u* pSrc, int srcStep, Pxl8u* pDst, int dstStep, PxlSize roiSize) {
-    return copied<2, 1>(kernels().luma422, pSrc, srcStep, pDst, dstStep, roiSize);
+    if (const PxlStatus bad = firstBad(notNull(pSrc, pDst), atLeast(roiSize, 1, 1))) return bad;
+    return eachRunOfGroups<1>(roiSize, kernels().luma422, packed<2>(pSrc, srcStep), packed<1>(pDst, dstStep));
 }

@@ -70,21 +70,6 @@ void weighBytes(const Pxl8u* src, Pxl8u* dst, GrayWeightsQ15 weights, Index widt
     }
 }
 
-template <class T>
-void repeatC3(const T* src, T* dst, Index width) {
-    eachGroupAndPart<kBlockPixels<T>>(
-        width, [&](auto how, Index x) PXL_BODY { storeTripled(how, dst + 3 * x, load(how, src + x)); });
-}
-
-template <class T>
-void repeatC4(const T* src, T* dst, T alpha, Index width) {
-    const PackedC4 pixels{dst, alpha};
-    eachGroupAndPart<kBlockPixels<T>>(width, [&](auto how, Index x) PXL_BODY {
-        const auto gray = load(how, src + x);
-        pixels.store(how, x, Channels3{gray, gray, gray});
-    });
-}
-
 void luma422(const Pxl8u* src, Pxl8u* dst, Index width) {
     eachGroupAndPart<16>(
         width, [&](auto how, Index x) PXL_BODY { store(how, dst + x, separate(loadPairs(how, src + 2 * x)).c0); });
@@ -103,12 +88,6 @@ constexpr GrayKernels kGrayKernels = {
     .ac4F32 = weighAC4,
     .c3F64 = weighC3,
     .ac4F64 = weighAC4,
-    .toC3U8 = repeatC3,
-    .toC3U16 = repeatC3,
-    .toC3F32 = repeatC3,
-    .toC4U8 = repeatC4,
-    .toC4U16 = repeatC4,
-    .toC4F32 = repeatC4,
     .luma422 = luma422,
 };
 

@@ -1,4 +1,4 @@
-// Row kernels between colour and gray, one table for each target.
+// Row kernels from colour to gray, one table for each target.
 #pragma once
 
 #include "frame/rows.h"
@@ -19,10 +19,6 @@ struct GrayWeightsQ15 {
 struct GrayKernels {
     template <class T, class Weights>
     using ToGray = void (*)(const T* src, T* dst, Weights weights, Index width);
-    template <class T>
-    using Repeat = void (*)(const T* src, T* dst, Index width);
-    template <class T>
-    using RepeatAlpha = void (*)(const T* src, T* dst, T alpha, Index width);
 
     ToGray<Pxl8u, GrayWeightsQ15> c3U8, ac4U8;
     ToGray<Pxl16u, GrayWeights<Pxl32f>> c3U16, ac4U16;
@@ -30,14 +26,7 @@ struct GrayKernels {
     ToGray<Pxl32f, GrayWeights<Pxl32f>> c3F32, ac4F32;
     ToGray<Pxl64f, GrayWeights<Pxl64f>> c3F64, ac4F64;
 
-    Repeat<Pxl8u> toC3U8;
-    Repeat<Pxl16u> toC3U16;
-    Repeat<Pxl32f> toC3F32;
-    RepeatAlpha<Pxl8u> toC4U8;
-    RepeatAlpha<Pxl16u> toC4U16;
-    RepeatAlpha<Pxl32f> toC4F32;
-
-    Repeat<Pxl8u> luma422;  // from Y0 Cb Y1 Cr
+    void (*luma422)(const Pxl8u* src, Pxl8u* dst, Index width);  // from Y0 Cb Y1 Cr
 };
 
 namespace sse42 {

@@ -19,23 +19,53 @@ PXL_INLINE void askAhead(const void* p) {
         _mm_prefetch(reinterpret_cast<const char*>(reinterpret_cast<uintptr_t>(p) + kAheadBytes), _MM_HINT_T0);
 }
 
-#define PXL_MEMORY_WHOLE_N(N, prefix, whole, E)                                           \
-    PXL_INLINE Vector<E, N> load(Blocks<N>, const E* p) {                                 \
-        askAhead<N>(p);                                                                   \
-        return {prefix##loadu_##whole(reinterpret_cast<const Register<E, N>::Type*>(p))}; \
-    }                                                                                     \
-    PXL_INLINE void store(Blocks<N>, E* p, Vector<E, N> a) {                              \
-        askAhead<N>(p);                                                                   \
-        prefix##storeu_##whole(reinterpret_cast<Register<E, N>::Type*>(p), a.v);          \
+// Kernels compiled with PXL_STREAMING are for destinations that no cache can hold: all vectors of several blocks go to
+// memory past the caches, with streaming stores, which do not read the line first that they fill. There p is a multiple
+// of 16, with four blocks of 64, and nothing else may be stored that way. Lines are filled one after the other.
+#ifdef PXL_STREAMING
+constexpr bool kStreams = true;
+#else
+constexpr bool kStreams = false;
+#endif
+
+PXL_INLINE void streamVector(Pxl8u* p, U8<1> a) { _mm_stream_si128(reinterpret_cast<__m128i*>(p), a.v); }
+#if PXL_BLOCKS == 2
+template <int k>
+PXL_INLINE void streamBlocks(Pxl8u* p, const U8<2> (&a)[k]) {
+    const auto q = reinterpret_cast<__m128i*>(p);
+    for (int i = 0; i < k; ++i) _mm_stream_si128(q + i, _mm256_castsi256_si128(a[i].v));
+    for (int i = 0; i < k; ++i) _mm_stream_si128(q + k + i, _mm256_extracti128_si256(a[i].v, 1));
+}
+PXL_INLINE void streamVector(Pxl8u* p, U8<2> a) { streamBlocks(p, {a}); }
+#elif PXL_BLOCKS == 4
+PXL_INLINE void streamVector(Pxl8u* p, U8<4> a) { _mm512_stream_si512(reinterpret_cast<__m512i*>(p), a.v); }
+#endif
+
+// A kernel that writes planes, or reads its destination, or has none that is larger than its source: no streaming.
+template <class Kernel>
+constexpr Kernel* unlessStreaming(Kernel* kernel) {
+    return kStreams ? nullptr : kernel;
+}
+
+#define PXL_MEMORY_WHOLE_N(N, prefix, whole, E)                                                          \
+    PXL_INLINE Vector<E, N> load(Blocks<N>, const E* p) {                                                \
+        askAhead<N>(p);                                                                                  \
+        return {prefix##loadu_##whole(reinterpret_cast<const Register<E, N>::Type*>(p))};                \
+    }                                                                                                    \
+    PXL_INLINE void store(Blocks<N>, E* p, Vector<E, N> a) {                                             \
+        if constexpr (kStreams && N > 1) return streamVector(reinterpret_cast<Pxl8u*>(p), as<U8<N>>(a)); \
+        askAhead<N>(p);                                                                                  \
+        prefix##storeu_##whole(reinterpret_cast<Register<E, N>::Type*>(p), a.v);                         \
     }
-#define PXL_MEMORY_REAL_N(N, prefix, whole, E, op)           \
-    PXL_INLINE Vector<E, N> load(Blocks<N>, const E* p) {    \
-        askAhead<N>(p);                                      \
-        return {prefix##loadu_##op(p)};                      \
-    }                                                        \
-    PXL_INLINE void store(Blocks<N>, E* p, Vector<E, N> a) { \
-        askAhead<N>(p);                                      \
-        prefix##storeu_##op(p, a.v);                         \
+#define PXL_MEMORY_REAL_N(N, prefix, whole, E, op)                                                       \
+    PXL_INLINE Vector<E, N> load(Blocks<N>, const E* p) {                                                \
+        askAhead<N>(p);                                                                                  \
+        return {prefix##loadu_##op(p)};                                                                  \
+    }                                                                                                    \
+    PXL_INLINE void store(Blocks<N>, E* p, Vector<E, N> a) {                                             \
+        if constexpr (kStreams && N > 1) return streamVector(reinterpret_cast<Pxl8u*>(p), as<U8<N>>(a)); \
+        askAhead<N>(p);                                                                                  \
+        prefix##storeu_##op(p, a.v);                                                                     \
     }
 PXL_FOR_EACH_N(PXL_MEMORY_WHOLE_N, Pxl8u)
 PXL_FOR_EACH_N(PXL_MEMORY_WHOLE_N, Pxl16u)
@@ -313,12 +343,14 @@ PXL_INLINE void storeTwoBlocks(Pxl8u* p, Pxl8u* q, U8<2> a) {
     _mm_storeu_si128(reinterpret_cast<__m128i*>(q), _mm256_extracti128_si256(a.v, 1));
 }
 PXL_INLINE void storeBlocks(Blocks<2>, Pxl8u* p, const U8<2> (&a)[3]) {
+    if constexpr (kStreams) return streamBlocks(p, a);
     askAhead<2>(p), askAhead<2>(p + 32), askAhead<2>(p + 64);
     storeTwoBlocks(p, p + 48, a[0]);
     storeTwoBlocks(p + 16, p + 64, a[1]);
     storeTwoBlocks(p + 32, p + 80, a[2]);
 }
 PXL_INLINE void storeBlocks(Blocks<2>, Pxl8u* p, const U8<2> (&a)[4]) {
+    if constexpr (kStreams) return streamBlocks(p, a);
     askAhead<2>(p), askAhead<2>(p + 32), askAhead<2>(p + 64), askAhead<2>(p + 96);
     storeTwoBlocks(p, p + 64, a[0]);
     storeTwoBlocks(p + 16, p + 80, a[1]);

@@ -47,5 +47,12 @@ extern const Ycbcr420DecodeKernels kYcbcr420DecodeKernels;
 namespace avx512 {
 extern const Ycbcr420DecodeKernels kYcbcr420DecodeKernels;
 }
+// past the caches
+namespace avx2_streaming {
+extern const Ycbcr420DecodeKernels kYcbcr420DecodeKernels;
+}
+namespace avx512_streaming {
+extern const Ycbcr420DecodeKernels kYcbcr420DecodeKernels;
+}
 
 }  // namespace pxl

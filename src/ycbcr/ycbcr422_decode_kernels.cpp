@@ -207,8 +207,8 @@ constexpr Ycbcr422DecodeKernels kYcbcr422DecodeKernels = {
     .ycrcbToBgrC4 = ycrcbToBgrC4,
     .cbycrToBgrC4 = cbycrToBgrC4,
     .cbycr709HdtvToBgrC4 = cbycr709HdtvToBgrC4,
-    .ycbcrToRgbP3 = ycbcrToRgbP3,
-    .ycrcbToRgbP3 = ycrcbToRgbP3,
+    .ycbcrToRgbP3 = unlessStreaming(ycbcrToRgbP3),
+    .ycrcbToRgbP3 = unlessStreaming(ycrcbToRgbP3),
     .planesToRgbC3 = planesToRgbC3,
     .planesToBgrC3 = planesToBgrC3,
 };

@@ -39,5 +39,12 @@ extern const Ycbcr422DecodeKernels kYcbcr422DecodeKernels;
 namespace avx512 {
 extern const Ycbcr422DecodeKernels kYcbcr422DecodeKernels;
 }
+// past the caches
+namespace avx2_streaming {
+extern const Ycbcr422DecodeKernels kYcbcr422DecodeKernels;
+}
+namespace avx512_streaming {
+extern const Ycbcr422DecodeKernels kYcbcr422DecodeKernels;
+}
 
 }  // namespace pxl

@@ -1,7 +1,7 @@
 // RGB <-> YCbCr 4:4:4: the exported functions.
 
 #include "frame/checks.h"
-#include "frame/target.h"
+#include "frame/streaming.h"
 #include "frame/walk.h"
 #include "pxlcc.h"
 #include "ycbcr/ycbcr444_kernels.h"
@@ -14,16 +14,18 @@ const Ycbcr444Kernels& kernels() {
     return forActiveTarget(sse42::kYcbcr444Kernels, avx2::kYcbcr444Kernels, avx512::kYcbcr444Kernels);
 }
 
-// The shapes that several functions share; the checks stand in each function. The groups of all are 8 or 16 pixels.
-
-PxlStatus fromPlanes(Ycbcr444Kernels::FromPlanes kernel, const Pxl8u* pSrc[3], int srcStep, Pxl8u* pDst, int dstStep,
-                     PxlSize roiSize) {
-    return eachRunOfGroups<16>(roiSize, kernel, planes<3>(pSrc, srcStep), packed<3>(pDst, dstStep));
+const Ycbcr444Kernels& kernels(const Streaming& how) {
+    return how.choose(kernels(), avx2_streaming::kYcbcr444Kernels, avx512_streaming::kYcbcr444Kernels);
 }
 
-PxlStatus fromPlanes(Ycbcr444Kernels::FromPlanesAlpha kernel, const Pxl8u* pSrc[3], int srcStep, Pxl8u* pDst,
-                     int dstStep, PxlSize roiSize, Pxl8u aval) {
-    return eachRunOfGroups<16>(roiSize, kernel, planes<3>(pSrc, srcStep), packed<4>(pDst, dstStep), same(aval));
+// The shapes that several functions share; the checks stand in each function. The groups of all are 8 or 16 pixels.
+
+template <class Kernel, class... Alpha>
+PxlStatus fromPlanes(Kernel Ycbcr444Kernels::*kernel, const Pxl8u* pSrc[3], int srcStep, Pxl8u* pDst, int dstStep,
+                     PxlSize roiSize, Alpha... aval) {
+    const auto dst = packed<3 + sizeof...(aval)>(pDst, dstStep);
+    const Streaming how(dst, roiSize);
+    return eachRunOfGroups<16>(roiSize, kernels(how).*kernel, planes<3>(pSrc, srcStep), dst, same(aval)...);
 }
 
 }  // namespace
@@ -70,13 +72,13 @@ PxlStatus pxliYCbCrToRGB_8u_AC4R(const Pxl8u* pSrc, int srcStep, Pxl8u* pDst, in
 
 PxlStatus pxliYCbCrToRGB_8u_P3C3R(const Pxl8u* pSrc[3], int srcStep, Pxl8u* pDst, int dstStep, PxlSize roiSize) {
     if (const PxlStatus bad = firstBad(notNull(pSrc, pDst), noNullIn<3>(pSrc), atLeast(roiSize, 1, 1))) return bad;
-    return fromPlanes(kernels().ycbcrToRgbP3C3, pSrc, srcStep, pDst, dstStep, roiSize);
+    return fromPlanes(&Ycbcr444Kernels::ycbcrToRgbP3C3, pSrc, srcStep, pDst, dstStep, roiSize);
 }
 
 PxlStatus pxliYCbCrToRGB_8u_P3C4R(const Pxl8u* pSrc[3], int srcStep, Pxl8u* pDst, int dstStep, PxlSize roiSize,
                                   Pxl8u aval) {
     if (const PxlStatus bad = firstBad(notNull(pSrc, pDst), atLeast(roiSize, 1, 1), noNullIn<3>(pSrc))) return bad;
-    return fromPlanes(kernels().ycbcrToRgbP3C4, pSrc, srcStep, pDst, dstStep, roiSize, aval);
+    return fromPlanes(&Ycbcr444Kernels::ycbcrToRgbP3C4, pSrc, srcStep, pDst, dstStep, roiSize, aval);
 }
 
 PxlStatus pxliYCbCrToRGB_8u_P3R(const Pxl8u* pSrc[3], int srcStep, Pxl8u* pDst[3], int dstStep, PxlSize roiSize) {
@@ -87,22 +89,22 @@ PxlStatus pxliYCbCrToRGB_8u_P3R(const Pxl8u* pSrc[3], int srcStep, Pxl8u* pDst[3
 
 PxlStatus pxliYCbCrToBGR_8u_P3C3R(const Pxl8u* pSrc[3], int srcStep, Pxl8u* pDst, int dstStep, PxlSize roiSize) {
     if (const PxlStatus bad = firstBad(notNull(pSrc, pDst), noNullIn<3>(pSrc), atLeast(roiSize, 1, 1))) return bad;
-    return fromPlanes(kernels().ycbcrToBgrP3C3, pSrc, srcStep, pDst, dstStep, roiSize);
+    return fromPlanes(&Ycbcr444Kernels::ycbcrToBgrP3C3, pSrc, srcStep, pDst, dstStep, roiSize);
 }
 
 PxlStatus pxliYCbCrToBGR_8u_P3C4R(const Pxl8u* pSrc[3], int srcStep, Pxl8u* pDst, int dstStep, PxlSize roiSize,
                                   Pxl8u aval) {
     if (const PxlStatus bad = firstBad(notNull(pSrc, pDst), noNullIn<3>(pSrc), atLeast(roiSize, 1, 1))) return bad;
-    return fromPlanes(kernels().ycbcrToBgrP3C4, pSrc, srcStep, pDst, dstStep, roiSize, aval);
+    return fromPlanes(&Ycbcr444Kernels::ycbcrToBgrP3C4, pSrc, srcStep, pDst, dstStep, roiSize, aval);
 }
 
 PxlStatus pxliYCbCrToBGR_709CSC_8u_P3C3R(const Pxl8u* pSrc[3], int srcStep, Pxl8u* pDst, int dstStep, PxlSize roiSize) {
     if (const PxlStatus bad = firstBad(notNull(pSrc, pDst), noNullIn<3>(pSrc), atLeast(roiSize, 1, 1))) return bad;
-    return fromPlanes(kernels().ycbcr709ToBgrP3C3, pSrc, srcStep, pDst, dstStep, roiSize);
+    return fromPlanes(&Ycbcr444Kernels::ycbcr709ToBgrP3C3, pSrc, srcStep, pDst, dstStep, roiSize);
 }
 
 PxlStatus pxliYCbCrToBGR_709CSC_8u_P3C4R(const Pxl8u* pSrc[3], int srcStep, Pxl8u* pDst, int dstStep, PxlSize roiSize,
                                          Pxl8u aval) {
     if (const PxlStatus bad = firstBad(notNull(pSrc, pDst), noNullIn<3>(pSrc), atLeast(roiSize, 1, 1))) return bad;
-    return fromPlanes(kernels().ycbcr709ToBgrP3C4, pSrc, srcStep, pDst, dstStep, roiSize, aval);
+    return fromPlanes(&Ycbcr444Kernels::ycbcr709ToBgrP3C4, pSrc, srcStep, pDst, dstStep, roiSize, aval);
 }

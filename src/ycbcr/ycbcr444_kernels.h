@@ -42,5 +42,12 @@ extern const Ycbcr444Kernels kYcbcr444Kernels;
 namespace avx512 {
 extern const Ycbcr444Kernels kYcbcr444Kernels;
 }
+// past the caches
+namespace avx2_streaming {
+extern const Ycbcr444Kernels kYcbcr444Kernels;
+}
+namespace avx512_streaming {
+extern const Ycbcr444Kernels kYcbcr444Kernels;
+}
 
 }  // namespace pxl

@@ -109,7 +109,8 @@ Placement Placement::random(Random& random, bool upwardsToo) {
 
 Image::Image(const catalog::ImageShape& shape, PxlSize size, const Placement& wanted) {
     const bool aligned = wanted.where == Placement::Where::aligned && !shape.dense;
-    const Placement placement = {wanted.where, shape.dense ? 0 : wanted.padding, wanted.upwards && !shape.dense};
+    const Placement placement = {wanted.where, shape.dense ? 0 : wanted.padding, wanted.upwards && !shape.dense,
+                                 wanted.alignment};
     std::ptrdiff_t sharedRow = 0;  // of planes with one step
     for (const catalog::PlaneShape& plane : shape.planes) {
         sharedRow = std::max<std::ptrdiff_t>(sharedRow, plane.rowBytes(size.width));
@@ -123,7 +124,7 @@ Image::Image(const catalog::ImageShape& shape, PxlSize size, const Placement& wa
         plane.rows = plane.shape.rows(size.height);
         const auto extra = ownStep && placement.padding > 0 ? static_cast<std::ptrdiff_t>(3 * i) : 0;
         plane.step = (ownStep ? plane.rowBytes : sharedRow) + (placement.padding + extra) * element;
-        if (aligned) plane.step = (plane.step + 15) / 16 * 16;
+        if (aligned) plane.step = (plane.step + placement.alignment - 1) / placement.alignment * placement.alignment;
         const std::ptrdiff_t extent = plane.rows == 0 ? 0 : (plane.rows - 1) * plane.step + plane.rowBytes;
         const int before = size.width == 1 ? plane.shape.bytesBeforeLonePixel : 0;
         plane.arena = takeArena(static_cast<std::size_t>(extent + 2 * kSurroundings));

@@ -16,11 +16,12 @@ struct Placement {
     enum class Where {
         againstEnd,    // the last byte of the ROI is the last one before an unreadable page
         againstStart,  // the first byte of the ROI is the first one after an unreadable page
-        aligned,       // first samples and steps are multiples of 16 bytes
+        aligned,       // first samples and steps are multiples of `alignment` bytes
     };
     Where where = Where::againstEnd;
     int padding = 0;       // samples between the rows, at least; planes with steps of their own get different ones
     bool upwards = false;  // negative steps
+    int alignment = 16;
 
     static Placement random(Random& random, bool upwardsToo);
 };

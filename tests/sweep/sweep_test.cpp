@@ -80,6 +80,29 @@ TEST_P(Sweep, everyGeometry) {
     }
 }
 
+// The kernels for destinations that no cache holds write what the others write, at any alignment that they are chosen
+// for and any other: of the targets the first has none.
+TEST_P(Sweep, pastTheCaches) {
+    streamFrom(0);
+    for (const catalog::Export& function : functions()) {
+        Random random(0xCAC4E);
+        for (int i = 0; i < 24; ++i) {
+            const int width = function.minimumWidth + random.below(i < 20 ? 300 : 3000);
+            const int height = function.minimumHeight + random.below(5);
+            const bool upwards = !function.testsSteps && random.oneIn(3);
+            const Placement destination = {i % 8 == 7 ? Where::againstEnd : Where::aligned,
+                                           random.oneIn(3) ? 0 : random.below(40), upwards, random.oneIn(2) ? 16 : 64};
+            // one in four as one long row
+            const PxlSize size = function.fitting({i % 4 == 0 ? (width + 63) / 64 * 64 : width, height});
+            const Placement source = i % 4 == 0 ? Placement{} : Placement::random(random, !function.testsSteps);
+            Call call(function, size, function.inPlace ? destination : source, destination, random);
+            EXPECT_EQ(faultsOf(call), "");
+        }
+        if (HasFailure()) break;
+    }
+    streamFrom(kStreamedFrom);
+}
+
 TEST_P(Sweep, wrongArguments) {
     for (const catalog::Export& function : functions()) {
         Random random(2);
