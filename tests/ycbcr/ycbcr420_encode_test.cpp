@@ -5,6 +5,7 @@
 #include <algorithm>
 #include <array>
 #include <cmath>
+#include <vector>
 
 #include "support/call.h"
 #include "support/targets.h"
@@ -245,6 +246,40 @@ TEST(Ycbcr420EncodeForms, allColours) {
         EXPECT_EQ(apart, width == kTail ? 0 : 1);
         EXPECT_LE(worstLuma, lumaDistance);
         EXPECT_LE(worstChroma, chromaDistance);
+    }
+}
+
+// Rows without gaps between them that end within a group: what follows the last group of each keeps the other form,
+// which gives another code for a few colours only.
+TEST(Ycbcr411Encode, denseRowsWithTails) {
+    constexpr PxlSize size = {20, 3000};
+    constexpr int kWidths[3] = {20, 5, 5};  // of the planes
+    Random random(77);
+    for (const int channels : {3, 4}) {
+        const auto convert = channels == 3 ? pxliBGRToYCbCr411_8u_C3P3R : pxliBGRToYCbCr411_8u_AC4P3R;
+        const int step = channels * size.width;
+        std::vector<Pxl8u> pixels(static_cast<std::size_t>(step * size.height));
+        for (Pxl8u& sample : pixels) sample = static_cast<Pxl8u>(random.next());
+        const auto rowsWithGaps = [&](int gap) {
+            std::vector<Pxl8u> memory[3], rows;
+            Pxl8u* planes[3];
+            int steps[3];
+            for (int i = 0; i < 3; ++i) {
+                steps[i] = kWidths[i] + gap;
+                memory[i].resize(static_cast<std::size_t>(steps[i] * size.height));
+                planes[i] = memory[i].data();
+            }
+            EXPECT_EQ(convert(pixels.data(), step, planes, steps, size), pxlStatusOk);
+            for (int i = 0; i < 3; ++i) {
+                for (int y = 0; y < size.height; ++y) {
+                    rows.insert(rows.end(), planes[i] + y * steps[i], planes[i] + y * steps[i] + kWidths[i]);
+                }
+            }
+            return rows;
+        };
+        onEachTarget([&](Target target) {
+            EXPECT_EQ(rowsWithGaps(0), rowsWithGaps(3)) << nameOf(target) << ", " << channels << " channels";
+        });
     }
 }
 
