@@ -12,10 +12,10 @@
  *  - No function allocates, locks, keeps state or starts a thread; any number of calls may run at once as long as no
  *    destination overlaps another destination or a source (the in-place functions, marked by an I in their layout
  *    suffix, excepted).
- *  - From 64 MiB on, the destination of these functions may be written with streaming (non-temporal) stores, past
- *    the caches: pxliGrayToRGB, C3 and C4 from YCbCr (4:4:4 in planes, 4:2:2, 4:2:0, 4:1:1), C3 from bytes of YUV
- * (4:4:4 in planes, 4:2:2, 4:2:0). It holds the same bytes, but is not in the caches afterwards. A fence ends the call:
- *    threads that learn that it returned see the whole image.
+ *  - From 64 MiB on, the destination of these functions may be written with streaming (non-temporal) stores, past the
+ *    caches: pxliGrayToRGB; those from YCbCr 4:2:0, 4:1:1, 4:2:2 and 4:4:4 in planes to C3 and C4; those from bytes of
+ *    YUV 4:2:0, 4:2:2 and 4:4:4 in planes to C3. The bytes are the same, but are not in the caches afterwards. A fence
+ *    ends the call: threads that learn that it returned see the whole image.
  */
 #ifndef PXLCC_H
 #define PXLCC_H
