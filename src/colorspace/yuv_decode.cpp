@@ -18,9 +18,6 @@ const YuvDecodeKernels& kernels(const Streaming& how) {
     return how.choose(kernels(), avx2_streaming::kYuvDecodeKernels, avx512_streaming::kYuvDecodeKernels);
 }
 
-// With two blocks a vector, lines of two rows are not filled fast enough to gain anything.
-constexpr Target k420StreamsFrom = Target::avx512;
-
 // The shapes of 4:2:0; the checks stand in each function.
 
 template <class Kernel, class Pairs>
@@ -32,7 +29,7 @@ template <class Kernel>
 PxlStatus from420ToPacked(Kernel YuvDecodeKernels::*kernel, const Pxl8u* const pSrc[3], const int srcStep[3],
                           Pxl8u* pDst, int dstStep, PxlSize roiSize) {
     const auto dst = packed<3>(pDst, dstStep);
-    const Streaming how(dst, roiSize, k420StreamsFrom);
+    const Streaming how(dst, roiSize, 2);
     return from420(kernels(how).*kernel, pSrc, srcStep, PairView<Pxl8u>{dst}, roiSize);
 }
 
@@ -131,7 +128,7 @@ PxlStatus pxliYUV420ToRGB_8u_P3AC4R(const Pxl8u* pSrc[3], int srcStep[3], Pxl8u*
 PxlStatus pxliYUV420ToRGB_8u_P3C3(const Pxl8u* pSrc[3], Pxl8u* pDst, PxlSize imgSize) {
     if (const PxlStatus bad = firstBad(notNull(pSrc, pDst), atLeast(imgSize, 1, 1), noNullIn<3>(pSrc))) return bad;
     const auto dst = denseRgb(pDst, imgSize);
-    const Streaming how(dst, imgSize, k420StreamsFrom);
+    const Streaming how(dst, imgSize, 2);
     return fromDense420(kernels(how).from420ToC3, pSrc, PairView<Pxl8u>{dst}, imgSize);
 }
 

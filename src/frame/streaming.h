@@ -11,14 +11,16 @@ namespace pxl {
 // its end is the fence after the last store, so that other threads see the image once they know that the call is over.
 class Streaming {
 public:
-    // `least` is the first target whose streaming kernels gain anything.
+    // For a kernel that writes so many rows at a time. Of two rows it must fill whole lines at every step, or lines of
+    // both are written in parts, which costs more than it saves: two blocks do so with four channels of bytes.
     template <class T>
-    Streaming(const View<T>& dst, PxlSize size, Target least = Target::avx2) {
+    explicit Streaming(const View<T>& dst, PxlSize size, int rows = 1) {
         if (Index{sizeof(T)} * dst.channels * size.width * size.height < streamedFrom()) return;
         const Index bits = reinterpret_cast<Index>(dst.first) | dst.step;
         if (activeTarget() == Target::avx512 && bits % 64 == 0) {
             form_ = Form::avx512;
-        } else if (activeTarget() >= Target::avx2 && least <= Target::avx2 && bits % 16 == 0) {
+        } else if (activeTarget() >= Target::avx2 && bits % (rows == 1 ? 16 : 64) == 0 &&
+                   (rows == 1 || Index{sizeof(T)} * dst.channels % 4 == 0)) {
             form_ = Form::avx2;
         }
     }

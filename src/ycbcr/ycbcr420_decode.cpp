@@ -20,12 +20,11 @@ const Kernels& kernels(const Streaming& how) {
     return how.choose(kernels(), avx2_streaming::kYcbcr420DecodeKernels, avx512_streaming::kYcbcr420DecodeKernels);
 }
 
-// With two blocks a vector, lines of two rows of three channels are not filled fast enough to gain anything.
 template <class Kernel, class Chroma, class... Alpha>
 PxlStatus decoded420(Kernel Kernels::*kernel, const Pxl8u* pLuma, int lumaStep, const Chroma& chroma, Pxl8u* pDst,
                      int dstStep, PxlSize roiSize, Alpha... aval) {
     const auto dst = packed<3 + sizeof...(aval)>(pDst, dstStep);
-    const Streaming how(dst, roiSize, dst.channels == 3 ? Target::avx512 : Target::avx2);
+    const Streaming how(dst, roiSize, 2);
     return eachRowPair(roiSize, kernels(how).*kernel, pairs(pLuma, lumaStep), chroma, PairView<Pxl8u>{dst},
                        same(aval)...);
 }
