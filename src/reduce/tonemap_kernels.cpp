@@ -1,6 +1,7 @@
 #include "reduce/tonemap_kernels.h"
 
 #include "reduce/tonemap_forms.h"
+#include "simd/fence.h"
 #include "simd/sample_runs.h"
 #include "simd/sums.h"
 
@@ -39,7 +40,7 @@ void fillStreaming(Pxl8u* dst, Pxl8u value, Index count) {
     __builtin_memset(dst, value, static_cast<size_t>(head));
     dst += head;
     const auto values = fill<U8<kBlocks>>(value);
-    for (Index i = 0; i < vectors; ++i, dst += kBytes) stream(Blocks<kBlocks>{}, dst, values);
+    for (Index i = 0; i < vectors; ++i, dst += kBytes) streamVector(dst, values);
     __builtin_memset(dst, value, static_cast<size_t>(count - head - vectors * kBytes));
     endStreams();
 }

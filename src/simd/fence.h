@@ -6,6 +6,6 @@
 namespace pxl {
 
 // Other processors see streaming stores in order with all that follows.
-inline void endStreams() { _mm_sfence(); }
+[[gnu::always_inline]] inline void endStreams() { _mm_sfence(); }
 
 }  // namespace pxl

@@ -20,14 +20,15 @@ PXL_INLINE void askAhead(const void* p) {
 }
 
 // Kernels compiled with PXL_STREAMING are for destinations that no cache can hold: all vectors of several blocks go to
-// memory past the caches, with streaming stores, which do not read the line first that they fill. There p is a multiple
-// of 16, with four blocks of 64, and nothing else may be stored that way. Lines are filled one after the other.
+// memory past the caches.
 #ifdef PXL_STREAMING
 constexpr bool kStreams = true;
 #else
 constexpr bool kStreams = false;
 #endif
 
+// Streaming stores, which do not read the line first that they fill. p is a multiple of 16, with four blocks of 64;
+// lines are filled one after the other. endStreams() follows (fence.h).
 PXL_INLINE void streamVector(Pxl8u* p, U8<1> a) { _mm_stream_si128(reinterpret_cast<__m128i*>(p), a.v); }
 #if PXL_BLOCKS == 2
 template <int k>
@@ -149,17 +150,6 @@ template <int N>
 PXL_INLINE I16<N> packSat(Consecutive<I32<N>> a) {
     return as<I16<N>>(sortedAfterPacking(as<U8<N>>(packSatI16(a.first, a.second))));
 }
-
-// ---- stores past the caches, for what is not read again soon: p is a multiple of the vector's size. Other processors
-// see them in order after endStreams().
-
-PXL_INLINE void stream(Blocks<1>, Pxl8u* p, U8<1> a) { _mm_stream_si128(reinterpret_cast<__m128i*>(p), a.v); }
-#if PXL_BLOCKS == 2
-PXL_INLINE void stream(Blocks<2>, Pxl8u* p, U8<2> a) { _mm256_stream_si256(reinterpret_cast<__m256i*>(p), a.v); }
-#elif PXL_BLOCKS == 4
-PXL_INLINE void stream(Blocks<4>, Pxl8u* p, U8<4> a) { _mm512_stream_si512(reinterpret_cast<__m512i*>(p), a.v); }
-#endif
-PXL_INLINE void endStreams() { _mm_sfence(); }
 
 // ---- two destinations: parts of each block to each
 
