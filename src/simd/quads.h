@@ -41,10 +41,9 @@ PXL_INLINE U8<N> fillQuads(int a, int b, int c, int d) {
     return as<U8<N>>(fill<I32<N>>((a & 255) | (b & 255) << 8 | (c & 255) << 16 | d << 24));
 }
 
-// 32-bit lanes in the order of quads to bytes in the order of pixels, saturated.
+// Bytes in the order of pixels, of which each block has four of each vector of quads, one vector behind the other.
 template <int N>
-PXL_INLINE U8<N> packSatQuads(Parts<I32<N>, 4> a) {
-    const auto bytes = packSatU8(packSatI16(a.at[0], a.at[1]), packSatI16(a.at[2], a.at[3]));
+PXL_INLINE U8<N> pixelsOfQuads(U8<N> bytes) {
 #if PXL_BLOCKS == 2
     if constexpr (N == 2) {
         return {_mm256_permutevar8x32_epi32(bytes.v, _mm256_setr_epi32(0, 4, 1, 5, 2, 6, 3, 7))};
@@ -53,6 +52,12 @@ PXL_INLINE U8<N> packSatQuads(Parts<I32<N>, 4> a) {
     if constexpr (N == 4) return permute<4>(bytes, kQuadsToPixels, bytes);
 #endif
     return bytes;
+}
+
+// 32-bit lanes in the order of quads to bytes in the order of pixels, saturated.
+template <int N>
+PXL_INLINE U8<N> packSatQuads(Parts<I32<N>, 4> a) {
+    return pixelsOfQuads(packSatU8(packSatI16(a.at[0], a.at[1]), packSatI16(a.at[2], a.at[3])));
 }
 
 #if PXL_BLOCKS == 4
@@ -128,13 +133,7 @@ PXL_INLINE QuadWords<N> loadQuadWords4(Blocks<N> all, const Pxl8u* p) {
 alignas(16) constexpr Bytes16 kEvenThenOdd = {{0, 2, 4, 6, 1, 3, 5, 7, 8, 10, 12, 14, 9, 11, 13, 15}};
 template <int N>
 PXL_INLINE U8<N> packSatQuadWords(I16<N> a, I16<N> b) {
-    const auto bytes = pick(packSatU8(a, b), pattern<N>(kEvenThenOdd));
-#if PXL_BLOCKS == 2
-    if constexpr (N == 2) {
-        return {_mm256_permutevar8x32_epi32(bytes.v, _mm256_setr_epi32(0, 4, 1, 5, 2, 6, 3, 7))};
-    }
-#endif
-    return bytes;
+    return pixelsOfQuads(pick(packSatU8(a, b), pattern<N>(kEvenThenOdd)));
 }
 #endif
 
